@@ -9,13 +9,13 @@ namespace zorva {
 using Status = std::int32_t;
 
 inline constexpr Status kNoErr = 0;
-inline constexpr Status kParamErr = -50;           // bad argument
-inline constexpr Status kMemFullErr = -108;        // out of memory
-inline constexpr Status kResNotFound = -192;       // resource not found
-inline constexpr Status kFnfErr = -43;             // file not found
-inline constexpr Status kNoConnection = -3264;     // no connection to the printer
+inline constexpr Status kParamErr = -50;             // bad argument
+inline constexpr Status kMemFullErr = -108;          // out of memory
+inline constexpr Status kResNotFound = -192;         // resource not found
+inline constexpr Status kFnfErr = -43;               // file not found
+inline constexpr Status kNoConnection = -3264;       // no connection to the printer
 inline constexpr Status kInvalidPDEContext = -9530;  // missing dialog-extension context
-inline constexpr Status kPrintSessionErr = -208;   // print session not usable
+inline constexpr Status kPrintSessionErr = -208;     // print session not usable
 // A ticket item set as locked refuses to be changed or removed. No code of the
 // printing system's fits, so this one is ours.
 inline constexpr Status kTicketItemLocked = -30890;

@@ -34,8 +34,7 @@ class Ticket {
 
   // Stores value under key. Fails with kTicketItemLocked when the item there
   // is locked, kParamErr for an empty key.
-  Status setValue(std::string_view client, std::string_view key, Value value,
-                  bool locked = false);
+  Status setValue(std::string_view client, std::string_view key, Value value, bool locked = false);
   Status setNumber(std::string_view client, std::string_view key, std::int64_t n,
                    bool locked = false);
   Status setReal(std::string_view client, std::string_view key, double d, bool locked = false);

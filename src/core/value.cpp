@@ -15,7 +15,9 @@ const char* ValueTypeName(ValueType type) {
 
 Array::Array(std::initializer_list<Value> items) : items_(items) {}
 
-void Array::push_back(Value v) { items_.push_back(std::move(v)); }
+void Array::push_back(Value v) {
+  items_.push_back(std::move(v));
+}
 
 void Array::insert(std::size_t index, Value v) {
   if (index > items_.size()) index = items_.size();
@@ -26,7 +28,9 @@ void Array::erase(std::size_t index) {
   if (index < items_.size()) items_.erase(items_.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
-bool operator==(const Array& a, const Array& b) { return a.items_ == b.items_; }
+bool operator==(const Array& a, const Array& b) {
+  return a.items_ == b.items_;
+}
 
 // ---- Dictionary --------------------------------------------------------------
 
@@ -89,7 +93,9 @@ std::optional<bool> Dictionary::getBool(std::string_view key) const {
   return v ? v->boolean() : std::nullopt;
 }
 
-bool operator==(const Dictionary& a, const Dictionary& b) { return a.items_ == b.items_; }
+bool operator==(const Dictionary& a, const Dictionary& b) {
+  return a.items_ == b.items_;
+}
 
 // ---- Value -------------------------------------------------------------------
 

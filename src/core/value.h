@@ -139,24 +139,23 @@ class Dictionary {
 // Number types a caller may ask for, as the platform's number API named them.
 template <class T>
 concept NumberTarget = std::same_as<T, std::int8_t> || std::same_as<T, std::int16_t> ||
-                       std::same_as<T, std::int32_t> || std::same_as<T, std::int64_t> ||
-                       std::same_as<T, long> || std::same_as<T, long long> ||
-                       std::same_as<T, float> || std::same_as<T, double>;
+    std::same_as<T, std::int32_t> || std::same_as<T, std::int64_t> || std::same_as<T, long> ||
+    std::same_as<T, long long> || std::same_as<T, float> || std::same_as<T, double>;
 
 class Value {
  public:
   Value() : v_(false) {}
   Value(bool b) : v_(b) {}  // NOLINT(google-explicit-constructor)
   template <std::integral T>
-    requires(!std::same_as<T, bool> && !std::same_as<T, char>)
-  Value(T i) : v_(static_cast<std::int64_t>(i)) {}  // NOLINT(google-explicit-constructor)
-  Value(double d) : v_(detail::Real{d, false}) {}   // NOLINT(google-explicit-constructor)
-  Value(float f) : v_(detail::Real{f, true}) {}     // NOLINT(google-explicit-constructor)
-  Value(std::string s) : v_(std::move(s)) {}        // NOLINT(google-explicit-constructor)
+  requires(!std::same_as<T, bool> && !std::same_as<T, char>) Value(T i)
+      : v_(static_cast<std::int64_t>(i)) {}          // NOLINT(google-explicit-constructor)
+  Value(double d) : v_(detail::Real{d, false}) {}    // NOLINT(google-explicit-constructor)
+  Value(float f) : v_(detail::Real{f, true}) {}      // NOLINT(google-explicit-constructor)
+  Value(std::string s) : v_(std::move(s)) {}         // NOLINT(google-explicit-constructor)
   Value(std::string_view s) : v_(std::string(s)) {}  // NOLINT(google-explicit-constructor)
   Value(const char* s) : v_(std::string(s)) {}       // NOLINT(google-explicit-constructor)
-  Value(zorva::Data d) : v_(std::move(d)) {}          // NOLINT(google-explicit-constructor)
-  Value(zorva::Date d) : v_(d) {}                     // NOLINT(google-explicit-constructor)
+  Value(zorva::Data d) : v_(std::move(d)) {}         // NOLINT(google-explicit-constructor)
+  Value(zorva::Date d) : v_(d) {}                    // NOLINT(google-explicit-constructor)
   Value(zorva::Array a) : v_(detail::Box<zorva::Array>(std::move(a))) {}  // NOLINT
   Value(zorva::Dictionary d)                                              // NOLINT
       : v_(detail::Box<zorva::Dictionary>(std::move(d))) {}
