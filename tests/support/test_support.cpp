@@ -86,7 +86,9 @@ ToolResult RunProgram(const std::string& program, const std::vector<std::string>
   return r;
 }
 
-ToolResult RunTool(const std::vector<std::string>& args) { return RunProgram(ZORVA_TOOL, args); }
+ToolResult RunTool(const std::vector<std::string>& args) {
+  return RunProgram(ZORVA_TOOL, args);
+}
 
 std::string ReadText(const std::filesystem::path& path) {
   std::ifstream in(path, std::ios::binary);
@@ -105,3 +107,17 @@ std::filesystem::path TestData(const std::string& name) {
 }
 
 }  // namespace zorva::test
+
+#include "core/plist_io.h"
+
+namespace zorva {
+void PrintTo(const Value& v, std::ostream* os) {
+  *os << ToXmlPropertyList(v);
+}
+void PrintTo(const Dictionary& d, std::ostream* os) {
+  *os << ToXmlPropertyList(Value(d));
+}
+void PrintTo(const Array& a, std::ostream* os) {
+  *os << ToXmlPropertyList(Value(a));
+}
+}  // namespace zorva

@@ -55,3 +55,14 @@ void WriteText(const std::filesystem::path& path, const std::string& text);
 std::filesystem::path TestData(const std::string& name);
 
 }  // namespace zorva::test
+
+#include <ostream>
+
+#include "core/value.h"
+
+namespace zorva {
+// Readable failure output for values: their XML property-list form.
+void PrintTo(const Value& v, std::ostream* os);
+void PrintTo(const Dictionary& d, std::ostream* os);
+void PrintTo(const Array& a, std::ostream* os);
+}  // namespace zorva
