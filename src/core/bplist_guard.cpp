@@ -81,13 +81,30 @@ class Graph {
     return count;
   }
 
-  // The objects a container refers to (empty for scalars); nullopt if malformed.
+  // libplist aborts on a string with a NUL inside (keys included), so such
+  // strings are refused here. ASCII strings are 0x5N, UTF-16 ones 0x6N.
+  bool stringHoldsNul(std::uint8_t marker, std::uint64_t pos) const {
+    const unsigned kind = marker >> 4;
+    auto count = readCount(marker, pos);
+    if (!count) return false;  // libplist reports malformed strings itself
+    const std::uint64_t unit = kind == 0x6 ? 2 : 1;
+    if (*count > (tr_.tableOffset - pos) / unit) return false;
+    for (std::uint64_t i = 0; i < *count; ++i) {
+      const std::uint8_t* p = b_.data() + pos + i * unit;
+      if (p[0] == 0 && (unit == 1 || p[1] == 0)) return true;
+    }
+    return false;
+  }
+
+  // The objects a container refers to (empty for scalars); nullopt if
+  // malformed or unreadable.
   std::optional<std::vector<std::uint64_t>> childrenOf(std::uint64_t object) const {
     auto off = offsetOf(object);
     if (!off) return std::nullopt;
     std::uint64_t pos = *off;
     const std::uint8_t marker = b_[pos++];
     const unsigned kind = marker >> 4;
+    if ((kind == 0x5 || kind == 0x6) && stringHoldsNul(marker, pos)) return std::nullopt;
     if (kind != 0xA && kind != 0xC && kind != 0xD) return std::vector<std::uint64_t>{};
     auto count = readCount(marker, pos);
     if (!count) return std::nullopt;
@@ -135,7 +152,7 @@ class Graph {
                    int maxDepth) {
     if (stack.size() > static_cast<std::size_t>(maxDepth)) return tooDeep(maxDepth);
     auto children = childrenOf(object);
-    if (!children) return "malformed binary property list object";
+    if (!children) return "malformed binary property list object (or a string holding NUL)";
     state_[object] = State::Open;
     stack.emplace_back(object, Node{std::move(*children), 0});
     return {};

@@ -67,11 +67,9 @@ std::optional<Value> FromDict(plist_t node, int depth, std::string& error) {
 }
 
 std::optional<Value> FromString(plist_t node) {
-  char* s = nullptr;
-  plist_get_string_val(node, &s);
-  std::string text = s ? s : "";
-  free(s);
-  return Value(std::move(text));
+  uint64_t length = 0;
+  const char* s = plist_get_string_ptr(node, &length);
+  return Value(s ? std::string(s, strnlen(s, length)) : std::string());
 }
 
 std::optional<Value> FromData(plist_t node) {
@@ -138,23 +136,11 @@ std::optional<Value> FromNode(plist_t node, int depth, std::string& error) {
 
 // ---- Value -> plist_t ----------------------------------------------------------
 
-// XML 1.0 cannot carry most control characters; a file holding one could not
-// be read back by anyone, so they are written as U+FFFD.
+// XML 1.0 cannot carry most control characters, U+FFFE or U+FFFF, and a
+// binary list may hold bytes that are not UTF-8; a file holding any of them
+// could not be read back by anyone, so they are written as U+FFFD.
 std::string XmlSafe(const std::string& s) {
-  bool clean = true;
-  for (unsigned char c : s) {
-    if (c < 0x20 && c != '\t' && c != '\n' && c != '\r') clean = false;
-  }
-  if (clean && IsValidUtf8(s)) return s;
-  std::string out;
-  for (unsigned char c : s) {
-    if (c < 0x20 && c != '\t' && c != '\n' && c != '\r') {
-      out += "\xEF\xBF\xBD";
-    } else {
-      out += static_cast<char>(c);
-    }
-  }
-  return out;
+  return IsXmlText(s) ? s : ToXmlText(s);
 }
 
 plist_t ToNode(const Value& v);

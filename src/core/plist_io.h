@@ -14,7 +14,9 @@
 namespace zorva {
 
 // Deepest nesting of arrays and dictionaries accepted on read.
-inline constexpr int kMaxPlistDepth = 256;
+// (Below the XML reader's own element limit, so whatever we read we can
+// also write and read back.)
+inline constexpr int kMaxPlistDepth = 200;
 
 // Parses an XML or binary property list. On failure returns nullopt and, when
 // error is given, a one-line description of what is wrong.

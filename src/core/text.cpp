@@ -76,4 +76,40 @@ bool IsValidUtf8(std::string_view text) {
   return true;
 }
 
+namespace {
+
+bool IsXmlChar(UChar32 c) {
+  return c == 0x9 || c == 0xA || c == 0xD || (c >= 0x20 && c <= 0xD7FF) ||
+         (c >= 0xE000 && c <= 0xFFFD) || (c >= 0x10000 && c <= 0x10FFFF);
+}
+
+}  // namespace
+
+bool IsXmlText(std::string_view text) {
+  int32_t i = 0;
+  const int32_t n = Length32(text);
+  if (static_cast<std::size_t>(n) != text.size()) return false;
+  while (i < n) {
+    if (!IsXmlChar(NextCodePoint(text, i))) return false;
+  }
+  return true;
+}
+
+std::string ToXmlText(std::string_view text) {
+  std::string out;
+  out.reserve(text.size());
+  int32_t i = 0;
+  const int32_t n = Length32(text);
+  while (i < n) {
+    int32_t start = i;
+    UChar32 c = NextCodePoint(text, i);
+    if (IsXmlChar(c)) {
+      out.append(text.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(i - start)));
+    } else {
+      out += "\xEF\xBF\xBD";
+    }
+  }
+  return out;
+}
+
 }  // namespace zorva

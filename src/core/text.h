@@ -26,4 +26,11 @@ std::string_view TruncateUtf16(std::string_view utf8, std::size_t maxUnits);
 // True when the text is well-formed UTF-8.
 bool IsValidUtf8(std::string_view text);
 
+// True when text is well-formed UTF-8 made only of characters XML 1.0 allows.
+bool IsXmlText(std::string_view text);
+
+// The text with every ill-formed byte and every character XML 1.0 does not
+// allow replaced by U+FFFD.
+std::string ToXmlText(std::string_view text);
+
 }  // namespace zorva

@@ -75,18 +75,19 @@ class Array {
   Array() = default;
   Array(std::initializer_list<Value> items);
 
-  std::size_t size() const { return items_.size(); }
-  bool empty() const { return items_.empty(); }
-  const Value& operator[](std::size_t i) const { return items_[i]; }
-  Value& operator[](std::size_t i) { return items_[i]; }
+  // (Defined after Value, which must be complete for them.)
+  std::size_t size() const;
+  bool empty() const;
+  const Value& operator[](std::size_t i) const;
+  Value& operator[](std::size_t i);
   // Element i, or nullptr past the end.
-  const Value* at(std::size_t i) const { return i < items_.size() ? &items_[i] : nullptr; }
-  Value* at(std::size_t i) { return i < items_.size() ? &items_[i] : nullptr; }
+  const Value* at(std::size_t i) const;
+  Value* at(std::size_t i);
 
   void push_back(Value v);
   void insert(std::size_t index, Value v);  // index past the end appends
   void erase(std::size_t index);            // ignored past the end
-  void clear() { items_.clear(); }
+  void clear();
 
   Items::const_iterator begin() const { return items_.begin(); }
   Items::const_iterator end() const { return items_.end(); }
@@ -195,6 +196,28 @@ class Value {
                detail::Box<zorva::Array>, detail::Box<zorva::Dictionary>>
       v_;
 };
+
+inline std::size_t Array::size() const {
+  return items_.size();
+}
+inline bool Array::empty() const {
+  return items_.empty();
+}
+inline const Value& Array::operator[](std::size_t i) const {
+  return items_[i];
+}
+inline Value& Array::operator[](std::size_t i) {
+  return items_[i];
+}
+inline const Value* Array::at(std::size_t i) const {
+  return i < items_.size() ? &items_[i] : nullptr;
+}
+inline Value* Array::at(std::size_t i) {
+  return i < items_.size() ? &items_[i] : nullptr;
+}
+inline void Array::clear() {
+  items_.clear();
+}
 
 // Non-template core of Value::getNumber.
 bool ValueGetInt(const Value& v, std::int64_t lo, std::int64_t hi, std::int64_t& out);

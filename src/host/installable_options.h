@@ -13,10 +13,10 @@
 namespace zorva {
 
 struct InstalledFeature {
-  const char* feature;      // feature key; nullptr ends the table
-  const char* option;       // PPD option keyword, or nullptr when always present
-  const char* choice;       // required choice of that option
-  const char* labelKey;     // localisation key of the feature's label, or nullptr
+  const char* feature;   // feature key; nullptr ends the table
+  const char* option;    // PPD option keyword, or nullptr when always present
+  const char* choice;    // required choice of that option
+  const char* labelKey;  // localisation key of the feature's label, or nullptr
   std::int32_t ticketValue;
 };
 

@@ -26,11 +26,11 @@ constexpr std::uint32_t FourCC(const char (&s)[5]) {
 inline constexpr std::int32_t kSeparatorValue = -5;
 
 struct SettingMap {
-  const char* key;             // localisation key; "-" is a separator; nullptr ends the table
-  std::int32_t value;          // ticket value; kUnset = printer default / use job setting
-  std::uint32_t command;       // four-character command code, 0 for none
-  const char* featureKey;      // installable-option filter, or nullptr
-  std::uint8_t featureValue;   // the filter's wanted answer (1 = installed)
+  const char* key;            // localisation key; "-" is a separator; nullptr ends the table
+  std::int32_t value;         // ticket value; kUnset = printer default / use job setting
+  std::uint32_t command;      // four-character command code, 0 for none
+  const char* featureKey;     // installable-option filter, or nullptr
+  std::uint8_t featureValue;  // the filter's wanted answer (1 = installed)
 };
 
 struct PaperSizeSettingMap {
@@ -75,8 +75,7 @@ const char* LocalizedKeyForTicketValue(const SettingMap* map, std::int32_t value
 
 // The key of the paper-size row with that value; the scan stops at a row
 // whose value is 0 (nullptr when that row has no key).
-const char* LocalizedKeyForPaperSizeTicketValue(const PaperSizeSettingMap* map,
-                                                std::int32_t value);
+const char* LocalizedKeyForPaperSizeTicketValue(const PaperSizeSettingMap* map, std::int32_t value);
 
 // Keyword pairs scan to the terminator; 0 is an ordinary value there.
 // The value for a choice (exact, case-sensitive), or -1.

@@ -18,8 +18,7 @@ void WriteTicketValue(Dictionary* dictionary, std::string_view key, std::int32_t
 
 // True and the number as a signed index when the key holds a number that
 // has an integral value in range (a real is truncated toward zero).
-bool GetIndexFromDictionary(const Dictionary* dictionary, std::string_view key,
-                            std::int64_t& out);
+bool GetIndexFromDictionary(const Dictionary* dictionary, std::string_view key, std::int64_t& out);
 
 // Stores a number of the given type (a float stays a 32-bit real).
 template <NumberTarget T>

@@ -32,6 +32,9 @@ TEST(Text, TruncateNeverSplitsACharacter) {
   EXPECT_EQ(TruncateUtf16("abc\xF0\x9F\x98\x80", 5), "abc\xF0\x9F\x98\x80");
   EXPECT_EQ(TruncateUtf16("\xC3\xA9\xC3\xA9", 1), "\xC3\xA9");
   EXPECT_TRUE(IsValidUtf8("\xC3\xA9"));
+  EXPECT_TRUE(IsXmlText("tab\tok \xC3\xA9"));
+  EXPECT_FALSE(IsXmlText("\xEF\xBF\xBF"));  // U+FFFF
+  EXPECT_EQ(ToXmlText("a\x01\xEF\xBF\xBE\xFFz"), "a\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBDz");
   EXPECT_FALSE(IsValidUtf8("\xC3"));
 }
 

@@ -1,0 +1,18 @@
+// The zorva tool's command groups. Each group lives in its own file and adds
+// its subcommands to the application; main.cpp calls every Add* function here.
+// Commands report failure by throwing CliError (cli_support.h).
+#pragma once
+
+namespace CLI {
+class App;
+}
+
+namespace zorva::cli {
+
+// zorva ticket show|get|set|remove
+void AddTicketCommands(CLI::App& app);
+
+// zorva tables [NAME]
+void AddTablesCommand(CLI::App& app);
+
+}  // namespace zorva::cli
