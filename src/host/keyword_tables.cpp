@@ -138,6 +138,115 @@ constexpr SettingMap StockDescriptionMap[] = {
     kEndOfSettings,
 };
 
+// ---- Stock attributes, special pages and image settings -----------------------
+// Codes follow the job ticket: weights are grams per square metre; finish 1-4
+// and grain 1-2 are the media tooth and grain keywords; sides coated 1-4 and
+// coating types 1-5 are the coating keywords; output colour and
+// anti-aliasing are the job attributes' codes. The tables checked by
+// named-paper validation (weight, sides coated, both finish tables, grain)
+// carry a printer-default row and never a keyed row of value 0, so every
+// code can be found; a custom entry there is a command row.
+
+constexpr SettingMap WeightMap[] = {
+    Item("PrinterDefault", kUnset),
+    Item("Weight60", 60),
+    Item("Weight64", 64),
+    Item("Weight75", 75),
+    Item("Weight80", 80),
+    Item("Weight90", 90),
+    Item("Weight100", 100),
+    Item("Weight105", 105),
+    Item("Weight120", 120),
+    Item("Weight135", 135),
+    Item("Weight150", 150),
+    Item("Weight163", 163),
+    Item("Weight176", 176),
+    Item("Weight200", 200),
+    Item("Weight216", 216),
+    Item("Weight250", 250),
+    Item("Weight270", 270),
+    Item("Weight300", 300),
+    Item("Weight350", 350),
+    Item("-", kSeparatorValue),
+    Item("WeightCustom...", -10, FourCC("ZWtC")),
+    kEndOfSettings,
+};
+
+constexpr SettingMap FinishMap[] = {
+    Item("PrinterDefault", kUnset), Item("FinishFine", 1),       Item("FinishMedium", 2),
+    Item("FinishCoarse", 3),        Item("FinishSemiCoarse", 4), kEndOfSettings,
+};
+
+// The finishes offered for uncoated stock; the same codes, listed apart so
+// the uncoated menu can differ from the general one.
+constexpr SettingMap FinishMap1[] = {
+    Item("PrinterDefault", kUnset), Item("FinishFine", 1),       Item("FinishMedium", 2),
+    Item("FinishCoarse", 3),        Item("FinishSemiCoarse", 4), kEndOfSettings,
+};
+
+constexpr SettingMap GrainMap[] = {
+    Item("PrinterDefault", kUnset),
+    Item("GrainY", 1),
+    Item("GrainX", 2),
+    kEndOfSettings,
+};
+
+constexpr SettingMap SidesCoatedMap[] = {
+    Item("PrinterDefault", kUnset), Item("SidesCoatedNone", 1), Item("SidesCoatedFront", 2),
+    Item("SidesCoatedBoth", 3),     Item("SidesCoatedBack", 4), kEndOfSettings,
+};
+
+// The coating type always has a value (1 by default), so no default row.
+constexpr SettingMap CoatingTypeMap[] = {
+    Item("CoatingGlossy", 1), Item("CoatingHighGloss", 2), Item("CoatingSemiGloss", 3),
+    Item("CoatingSatin", 4),  Item("CoatingMatte", 5),     kEndOfSettings,
+};
+
+// Which sides of a cover carry an image; a cover always says.
+constexpr SettingMap CoverSidesImagedMap[] = {
+    Item("CoverPrintNone", 1),
+    Item("CoverPrintFront", 2),
+    Item("CoverPrintBack", 3),
+    Item("CoverPrintBoth", 4),
+    kEndOfSettings,
+};
+
+constexpr SettingMap OutputColorMap[] = {
+    Item("PrinterDefault", kUnset),
+    Item("OutputColorGrayscale", 1),
+    Item("OutputColorColor", 2),
+    kEndOfSettings,
+};
+
+constexpr SettingMap HalftoneScreenMap[] = {
+    Item("PrinterDefault", kUnset),
+    Item("HalftoneStandard", 1),
+    Item("HalftoneDetail", 2),
+    Item("HalftoneSmooth", 3),
+    kEndOfSettings,
+};
+
+constexpr SettingMap AntialiasingMap[] = {
+    Item("PrinterDefault", kUnset),
+    Item("AntialiasingOff", 1),
+    Item("AntialiasingStandard", 2),
+    kEndOfSettings,
+};
+
+// Image-shift modes ("Option" of the image-shift options).
+constexpr SettingMap ImageShiftOptions1SidedMap[] = {
+    Item("ImageShiftNone", 1),
+    Item("ImageShiftSide1", 2),
+    kEndOfSettings,
+};
+
+constexpr SettingMap ImageShiftOptions2SidedMap[] = {
+    Item("ImageShiftNone", 1),
+    Item("ImageShiftIndependent", 2),
+    Item("ImageShiftMirror", 3),
+    kEndOfSettings,
+};
+
 // ---- Paper sizes ----------------------------------------------------------------
 
 // Key, code, reserved, width and length in 1/100 mm, width and length in points.
@@ -482,6 +591,18 @@ constexpr KeywordTableEntry kRegistry[] = {
     {"StockPunchedMap", StockPunchedMap},
     {"StockSizeMap", StockSizeMap},
     {"StockDescriptionMap", StockDescriptionMap},
+    {"WeightMap", WeightMap},
+    {"FinishMap", FinishMap},
+    {"FinishMap1", FinishMap1},
+    {"GrainMap", GrainMap},
+    {"SidesCoatedMap", SidesCoatedMap},
+    {"CoatingTypeMap", CoatingTypeMap},
+    {"CoverSidesImagedMap", CoverSidesImagedMap},
+    {"OutputColorMap", OutputColorMap},
+    {"HalftoneScreenMap", HalftoneScreenMap},
+    {"AntialiasingMap", AntialiasingMap},
+    {"ImageShiftOptions1SidedMap", ImageShiftOptions1SidedMap},
+    {"ImageShiftOptions2SidedMap", ImageShiftOptions2SidedMap},
     {"CompleteStockSizeMap", CompleteStockSizeMap},
     {"BannerPageMap", BannerPageMap},
     {"RequestOffsetMap", RequestOffsetMap},

@@ -22,6 +22,18 @@ extern const SettingMap CompleteStockColorMap[];
 extern const SettingMap StockPunchedMap[];
 extern const SettingMap StockSizeMap[];
 extern const SettingMap StockDescriptionMap[];
+extern const SettingMap WeightMap[];
+extern const SettingMap FinishMap[];
+extern const SettingMap FinishMap1[];
+extern const SettingMap GrainMap[];
+extern const SettingMap SidesCoatedMap[];
+extern const SettingMap CoatingTypeMap[];
+extern const SettingMap CoverSidesImagedMap[];
+extern const SettingMap OutputColorMap[];
+extern const SettingMap HalftoneScreenMap[];
+extern const SettingMap AntialiasingMap[];
+extern const SettingMap ImageShiftOptions1SidedMap[];
+extern const SettingMap ImageShiftOptions2SidedMap[];
 
 // ---- Paper sizes ----------------------------------------------------------------
 extern const PaperSizeSettingMap CompleteStockSizeMap[];

@@ -83,7 +83,7 @@ TEST(KeywordTables, RegistryFindsTablesByName) {
   for (const KeywordTableEntry& entry : AllKeywordTables()) {
     EXPECT_TRUE(names.insert(entry.name).second) << entry.name;
   }
-  EXPECT_EQ(names.size(), 35u);
+  EXPECT_EQ(names.size(), 47u);
 
   const KeywordTableEntry* plex = FindKeywordTable("PlexMap");
   ASSERT_NE(plex, nullptr);
@@ -197,6 +197,38 @@ TEST(KeywordTables, EveryMenuKeyHasEnglishText) {
   EXPECT_EQ(bundle->localizedString("LetterStockSize"), "Letter (8.5 x 11\")");
   EXPECT_EQ(bundle->localizedString("Oversize Tabloid (12 x 18\")"),
             "Oversize Tabloid (12 x 18\")");
+}
+
+}  // namespace
+}  // namespace zorva
+
+namespace zorva {
+namespace {
+
+// Named-paper validation looks every stored code up in these tables. A keyed
+// row of value 0 would end the scan early and hide the rows after it, and a
+// missing default row would reject an unset attribute.
+TEST(KeywordTables, ValidationTablesFindEveryCodeTheyHold) {
+  for (const SettingMap* map : {WeightMap, SidesCoatedMap, FinishMap, FinishMap1, GrainMap}) {
+    EXPECT_EQ(TicketToUI(map, kUnset), 1);
+    for (int pos = 1; pos <= CountMaps(map); ++pos) {
+      const std::int32_t v = UIToTicket(map, pos);
+      EXPECT_NE(v, 0) << map[pos - 1].key;
+      if (v > 0) {
+        EXPECT_EQ(TicketToUI(map, v), pos) << map[pos - 1].key;
+      }
+    }
+  }
+  EXPECT_EQ(TicketToUI(WeightMap, 113), -1);                  // a free weight is not a table row
+  EXPECT_LT(UIToTicket(WeightMap, CountMaps(WeightMap)), 0);  // "Custom..." is a command
+}
+
+TEST(KeywordTables, SummaryTablesNameTheJobTicketCodes) {
+  EXPECT_STREQ(LocalizedKeyForTicketValue(CoatingTypeMap, 5), "CoatingMatte");
+  EXPECT_STREQ(LocalizedKeyForTicketValue(CoverSidesImagedMap, 4), "CoverPrintBoth");
+  EXPECT_STREQ(LocalizedKeyForTicketValue(SidesCoatedMap, 4), "SidesCoatedBack");
+  EXPECT_STREQ(LocalizedKeyForTicketValue(OutputColorMap, 1), "OutputColorGrayscale");
+  EXPECT_EQ(LocalizedKeyForTicketValue(CoverSidesImagedMap, 0), nullptr);
 }
 
 }  // namespace
