@@ -64,13 +64,17 @@ class PoParser {
 
   bool startField(std::string_view keyword, std::string value) {
     if (keyword == "msgctxt" || keyword == "msgid") {
-      if (entry_.hasStr) flush();
-      if (keyword == "msgid") {
-        entry_.id = std::move(value);
-        entry_.hasId = true;
-      }
-      current_ = keyword == "msgid" ? &entry_.id : &ignored_;
-      if (keyword == "msgctxt") ignored_ = std::move(value);
+      if (entry_.hasStr) flush();  // a new entry begins
+    }
+    if (keyword == "msgid") {
+      entry_.id = std::move(value);
+      entry_.hasId = true;
+      current_ = &entry_.id;
+      return true;
+    }
+    if (keyword == "msgctxt") {  // contexts are not used: keys are unique
+      ignored_ = std::move(value);
+      current_ = &ignored_;
       return true;
     }
     if (keyword == "msgid_plural") {
