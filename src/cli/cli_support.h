@@ -26,6 +26,8 @@ inline constexpr std::string_view kToolVersion = "0.1.0";
 #endif
 
 // Thrown by commands; main prints "zorva: <message>" and exits with code.
+// An empty message means the command has already written its own error
+// text in a fixed format and only the exit status is left to give.
 class CliError : public std::runtime_error {
  public:
   CliError(int code, const std::string& message) : std::runtime_error(message), code_(code) {}

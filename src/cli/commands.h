@@ -15,4 +15,10 @@ void AddTicketCommands(CLI::App& app);
 // zorva tables [NAME]
 void AddTablesCommand(CLI::App& app);
 
+// zorva pages parse
+void AddPagesCommands(CLI::App& app);
+
+// zorva watermarks list|show|defaults|remove
+void AddWatermarksCommands(CLI::App& app);
+
 }  // namespace zorva::cli

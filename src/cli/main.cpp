@@ -26,6 +26,7 @@ constexpr const char* kFooter =
 
 // One line, always: whatever a library put in the message, newlines go.
 int Report(int code, const std::string& message) {
+  if (message.empty()) return code;  // the command wrote its own message
   std::string line = "zorva: " + message;
   for (char& c : line) {
     if (c == '\n' || c == '\r') c = ' ';
@@ -104,5 +105,7 @@ int main(int argc, char** argv) {
   app.footer(kFooter);
   zorva::cli::AddTicketCommands(app);
   zorva::cli::AddTablesCommand(app);
+  zorva::cli::AddPagesCommands(app);
+  zorva::cli::AddWatermarksCommands(app);
   return Run(app, argc, argv);
 }

@@ -1,0 +1,78 @@
+// zorva pages parse run as a user would: ranges and pages on standard output,
+// text starting with '-' after '--', and bad text as one error line with the
+// code and the alert's message.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "cli/cli_test_util.h"
+#include "support/test_support.h"
+
+namespace zorva::test {
+namespace {
+
+ToolResult Parse(std::vector<std::string> args) {
+  args.insert(args.begin(), {"pages", "parse"});
+  return RunTool(args);
+}
+
+void ExpectOutput(const ToolResult& r, const std::string& out) {
+  EXPECT_EQ(r.exitCode, 0) << r.err;
+  EXPECT_EQ(r.out, out);
+  EXPECT_TRUE(r.err.empty()) << r.err;
+}
+
+TEST(PagesCommand, PrintsRangesOrPages) {
+  ExpectOutput(Parse({"1-3, 7"}), "1 3\n7 1\n");
+  ExpectOutput(Parse({"--pages", "1-3,7"}), "1 1\n2 1\n3 1\n7 1\n");
+  ExpectOutput(Parse({"12-"}), "12 9999988\n");
+  ExpectOutput(Parse({"0"}), "0 1\n");
+}
+
+TEST(PagesCommand, TextStartingWithAHyphenFollowsTheSeparator) {
+  ExpectOutput(Parse({"--", "-4"}), "1 4\n");
+  ExpectOutput(Parse({"--pages", "--", "-3, 9"}), "1 1\n2 1\n3 1\n9 1\n");
+}
+
+TEST(PagesCommand, OpenEndListsPagesUpToTheLast) {
+  ToolResult r = Parse({"--pages", "9999000-"});
+  EXPECT_EQ(r.exitCode, 0) << r.err;
+  EXPECT_EQ(std::count(r.out.begin(), r.out.end(), '\n'), 1000);
+  EXPECT_TRUE(r.out.starts_with("9999000 1\n"));
+  EXPECT_TRUE(r.out.ends_with("\n9999999 1\n"));
+}
+
+TEST(PagesCommand, BadTextIsOneErrorLineWithCodeAndMessage) {
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"5-2", "error 1002: A range must not end before it starts"},
+      {"", "error 1001: Enter page numbers"},
+      {", ,", "error 1001: "},
+      {"1--3", "error 1001: "},
+      {"10000000", "error 1000: Page numbers can have at most 7 digits."},
+      {std::string(400, '9'), "error 1000: "},
+  };
+  for (const auto& [text, start] : cases) {
+    for (bool pages : {false, true}) {
+      ToolResult r = pages ? Parse({"--pages", "--", text}) : Parse({"--", text});
+      ExpectOneLineError(r, 1);
+      EXPECT_TRUE(r.err.starts_with(start)) << r.err;
+    }
+  }
+}
+
+TEST(PagesCommand, HelpAndUsage) {
+  for (std::vector<std::string> args :
+       {std::vector<std::string>{"pages", "--help"}, {"pages", "parse", "--help"}}) {
+    ToolResult r = RunTool(args);
+    EXPECT_EQ(r.exitCode, 0);
+    EXPECT_NE(r.out.find("Usage: zorva pages"), std::string::npos) << r.out;
+  }
+  ExpectOneLineError(Parse({}), 2);
+  ExpectOneLineError(RunTool({"pages"}), 2);
+  ExpectOneLineError(Parse({"1", "2"}), 2);
+}
+
+}  // namespace
+}  // namespace zorva::test
