@@ -56,7 +56,9 @@ TEST(PagesCommand, BadTextIsOneErrorLineWithCodeAndMessage) {
   for (const auto& [text, start] : cases) {
     for (bool pages : {false, true}) {
       ToolResult r = pages ? Parse({"--pages", "--", text}) : Parse({"--", text});
-      ExpectOneLineError(r, 1);
+      // A fixed form for scripts: no "zorva: " prefix, one line, exit 1.
+      EXPECT_EQ(r.exitCode, 1);
+      EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << r.err;
       EXPECT_TRUE(r.err.starts_with(start)) << r.err;
     }
   }
