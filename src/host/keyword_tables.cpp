@@ -233,17 +233,17 @@ constexpr SettingMap AntialiasingMap[] = {
     kEndOfSettings,
 };
 
-// Image-shift modes ("Option" of the image-shift options).
+// Image-shift modes ("Option" and "Option2Sided" of the image-shift options):
+// 1 no shift, 2 the user's own shift.
 constexpr SettingMap ImageShiftOptions1SidedMap[] = {
     Item("ImageShiftNone", 1),
-    Item("ImageShiftSide1", 2),
+    Item("ImageShiftCustom", 2),
     kEndOfSettings,
 };
 
 constexpr SettingMap ImageShiftOptions2SidedMap[] = {
     Item("ImageShiftNone", 1),
-    Item("ImageShiftIndependent", 2),
-    Item("ImageShiftMirror", 3),
+    Item("ImageShiftCustom", 2),
     kEndOfSettings,
 };
 

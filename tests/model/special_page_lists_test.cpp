@@ -1,0 +1,292 @@
+// Special-page lists: the exception merge (the four overlap cases and a
+// randomised comparison with a plain walk from the front of the list), the
+// insert order with promote and demote, identity, update, and covers and
+// lists in the ticket.
+#include "model/special_page_lists.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <random>
+#include <tuple>
+#include <vector>
+
+#include "support/test_support.h"
+
+namespace zorva {
+namespace {
+
+// start, end, tag (the halftone screen marks which page a range came from)
+using Range = std::tuple<std::int32_t, std::int32_t, std::int32_t>;
+
+ExceptionPage Exception(std::int32_t start, std::int32_t end, std::int32_t tag = kUnset) {
+  ExceptionPage p;
+  p.setStartPage(start);
+  p.setEndPage(end);
+  p.setHalftoneScreen(tag);
+  return p;
+}
+
+std::vector<Range> Ranges(const ExceptionPageList& list) {
+  std::vector<Range> out;
+  for (SpecialPageList::Index i = 0; i < list.count(); ++i) {
+    const ExceptionPage* p = list.pageAtIndex(i);
+    out.emplace_back(p->startPage(), p->endPage(), p->halftoneScreen());
+  }
+  return out;
+}
+
+ExceptionPageList ListOf(std::initializer_list<Range> ranges) {
+  ExceptionPageList list;
+  for (auto [s, e, t] : ranges) list.add(Exception(s, e, t));
+  return list;
+}
+
+TEST(ExceptionPageListTest, NewRangeWinsInEveryOverlapCase) {
+  auto inside = ListOf({{1, 10, 1}});
+  inside.add(Exception(3, 5, 2));
+  EXPECT_EQ(Ranges(inside), (std::vector<Range>{{1, 2, 1}, {3, 5, 2}, {6, 10, 1}}));
+
+  auto covering = ListOf({{3, 5, 1}, {8, 12, 2}});
+  covering.add(Exception(1, 10, 3));
+  EXPECT_EQ(Ranges(covering), (std::vector<Range>{{1, 10, 3}, {11, 12, 2}}));
+
+  auto sameStart = ListOf({{5, 8, 1}});
+  sameStart.add(Exception(5, 5, 2));
+  EXPECT_EQ(Ranges(sameStart), (std::vector<Range>{{5, 5, 2}, {6, 8, 1}}));
+  sameStart.add(Exception(5, 9, 3));
+  EXPECT_EQ(Ranges(sameStart), (std::vector<Range>{{5, 9, 3}}));
+
+  auto between = ListOf({{1, 3, 1}, {7, 9, 2}});
+  between.add(Exception(4, 6, 3));
+  EXPECT_EQ(Ranges(between), (std::vector<Range>{{1, 3, 1}, {4, 6, 3}, {7, 9, 2}}));
+
+  between.add(Exception(5, 3, 4));  // names no page
+  EXPECT_EQ(between.count(), 3);
+}
+
+TEST(ExceptionPageListTest, SplitTailKeepsAllSettings) {
+  ExceptionPage wide = Exception(1, 10);
+  wide.colorOptions().setSaturation(20);
+  wide.stock()->setCustomName(std::string("Blue"));
+  ExceptionPageList list;
+  list.add(wide);
+  list.add(Exception(3, 5));
+  ASSERT_EQ(list.count(), 3);
+  Dictionary tail = list.pageAtIndex(2)->asTicket();
+  Dictionary expected = wide.asTicket();
+  expected.set("StartPage", 6);
+  EXPECT_EQ(tail, expected);
+}
+
+// The merge as a walk from the front of the list, one page at a time.
+void WalkAdd(std::vector<Range>& list, Range n) {
+  auto [ns, ne, nt] = n;
+  if (ne < ns) return;
+  std::size_t i = 0;
+  auto erase = [&] { list.erase(list.begin() + static_cast<std::ptrdiff_t>(i)); };
+  while (i < list.size()) {
+    auto& [es, ee, et] = list[i];
+    if (ns > ee) {
+      ++i;
+    } else if (ns < es) {
+      if (ne < es) break;
+      if (ne < ee) {
+        es = ne + 1;  // and look again: the walk then stops here
+        continue;
+      }
+      erase();
+    } else if (ns == es) {
+      if (ne < ee) {
+        es = ne + 1;
+        continue;
+      }
+      erase();
+    } else {
+      const bool split = ne < ee;
+      Range tail{ne + 1, ee, et};  // before the insert moves the elements
+      ee = ns - 1;
+      if (split) list.insert(list.begin() + static_cast<std::ptrdiff_t>(i) + 1, tail);
+      ++i;
+    }
+  }
+  list.insert(list.begin() + static_cast<std::ptrdiff_t>(i), n);
+}
+
+TEST(ExceptionPageListTest, MatchesTheWalkFromTheFront) {
+  std::mt19937 rng(7);
+  for (int round = 0; round < 200; ++round) {
+    ExceptionPageList list;
+    std::vector<Range> model;
+    for (int step = 0; step < 30; ++step) {
+      std::int32_t s = static_cast<std::int32_t>(rng() % 40);
+      std::int32_t e = s + static_cast<std::int32_t>(rng() % 8);
+      if (rng() % 10 == 0) e = s - 1;
+      Range r{s, e, step};
+      WalkAdd(model, r);
+      list.add(Exception(s, e, step));
+      ASSERT_EQ(Ranges(list), model) << "round " << round << " step " << step;
+    }
+  }
+}
+
+TEST(ExceptionPageListTest, ExtremePageNumbersDoNotOverflow) {
+  constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
+  auto list = ListOf({{kUnset, kMax, 1}});
+  list.add(Exception(kMax, kMax, 2));
+  list.add(Exception(kUnset, kUnset, 3));
+  EXPECT_EQ(Ranges(list),
+            (std::vector<Range>{{kUnset, kUnset, 3}, {kUnset + 1, kMax - 1, 1}, {kMax, kMax, 2}}));
+}
+
+std::vector<std::pair<std::int32_t, std::int32_t>> Starts(const InsertList& list) {
+  std::vector<std::pair<std::int32_t, std::int32_t>> out;
+  for (SpecialPageList::Index i = 0; i < list.count(); ++i)
+    out.emplace_back(list.pageAtIndex(i)->startPage(), list.pageAtIndex(i)->quantity());
+  return out;
+}
+
+Insert InsertAt(std::int32_t start, std::int32_t tag) {
+  Insert i;
+  i.setStartPage(start);
+  i.setQuantity(tag);
+  return i;
+}
+
+TEST(InsertListTest, AddsByStartPageKeepingEqualOnesInOrder) {
+  InsertList list;
+  Insert a = InsertAt(5, 1), b = InsertAt(2, 2), c = InsertAt(5, 3);
+  list.add({&a, &b, &c});
+  EXPECT_EQ(Starts(list), (std::vector<std::pair<int, int>>{{2, 2}, {5, 1}, {5, 3}}));
+  Cover notAnInsert;
+  list.add(notAnInsert);
+  EXPECT_EQ(list.count(), 3);
+}
+
+TEST(InsertListTest, MatchesTheWalkAfterRandomMoves) {
+  std::mt19937 rng(11);
+  InsertList list;
+  std::vector<std::pair<std::int32_t, std::int32_t>> model;
+  for (int step = 0; step < 3000; ++step) {
+    if (rng() % 4 == 0 && list.count() > 1) {
+      auto i = static_cast<SpecialPageList::Index>(rng() % list.count());
+      bool up = rng() % 2;
+      const Insert* page = list.pageAtIndex(i);
+      std::size_t at = static_cast<std::size_t>(i);
+      bool allowed = up ? (at > 0 && model[at - 1].first != 0)
+                        : (at + 1 < model.size() && model[at + 1].first != 0);
+      EXPECT_EQ(up ? list.promote(page) : list.demote(page), allowed);
+      if (allowed) std::swap(model[up ? at - 1 : at], model[up ? at : at + 1]);
+    } else {
+      Insert n = InsertAt(static_cast<std::int32_t>(rng() % 12), step);
+      auto it = std::find_if(model.begin(), model.end(),
+                             [&](const auto& m) { return m.first > n.startPage(); });
+      model.insert(it, {n.startPage(), step});
+      list.add(n);
+    }
+    ASSERT_EQ(Starts(list), model) << "step " << step;
+    if (list.count() > 40) {
+      list.remove(list.pageAtIndex(0));
+      model.erase(model.begin());
+    }
+  }
+}
+
+TEST(SpecialPageListTest, PagesAreKnownByIdentity) {
+  InsertList list;
+  Insert a = InsertAt(1, 1);
+  list.add(a);
+  EXPECT_EQ(list.pageAtIndex(-1), nullptr);
+  EXPECT_EQ(list.pageAtIndex(list.count()), nullptr);
+  EXPECT_EQ(list.indexOfPage(&a), -1) << "the list holds a clone, not the caller's page";
+  EXPECT_EQ(list.indexOfPage(list.pageAtIndex(0)), 0);
+  EXPECT_FALSE(list.remove(&a));
+
+  std::unique_ptr<SpecialPageList> copy = list.clone();
+  EXPECT_EQ(copy->count(), 1);
+  EXPECT_NE(copy->pageAtIndex(0), list.pageAtIndex(0));
+  EXPECT_EQ(copy->pageAtIndex(0)->asTicket(), list.pageAtIndex(0)->asTicket());
+  EXPECT_TRUE(list.remove(list.pageAtIndex(0)));
+  EXPECT_TRUE(list.empty());
+  EXPECT_EQ(copy->count(), 1);
+}
+
+TEST(SpecialPageListTest, UpdateReplacesThePageByTheNewOnes) {
+  auto list = ListOf({{1, 4, 1}, {8, 9, 2}});
+  const ExceptionPage* first = list.pageAtIndex(0);
+  ExceptionPage a = Exception(2, 3, 3), b = Exception(7, 8, 4);
+  EXPECT_FALSE(list.update(first, {&a, &b}));
+  EXPECT_EQ(Ranges(list), (std::vector<Range>{{2, 3, 3}, {7, 8, 4}, {9, 9, 2}}));
+
+  ExceptionPage stranger = Exception(1, 1);
+  list.update(&stranger, {&a});
+  EXPECT_EQ(list.count(), 3);
+
+  // A page may be updated with itself.
+  const ExceptionPage* last = list.pageAtIndex(2);
+  list.update(last, {last});
+  EXPECT_EQ(Ranges(list), (std::vector<Range>{{2, 3, 3}, {7, 8, 4}, {9, 9, 2}}));
+}
+
+TEST(SpecialPageListTest, ListsInTheTicket) {
+  Ticket ticket;
+  InsertList inserts;
+  ticket.setArray("x", kInsertListKey, Array{});
+  EXPECT_EQ(SyncSpecialPageList(ticket, SyncDirection::ToTicket, kInsertListKey, inserts), kNoErr);
+  EXPECT_FALSE(ticket.contains(kInsertListKey)) << "an empty list removes the key";
+
+  // A stored list is re-merged (and re-sorted) on reading.
+  Array stored{Value(Exception(1, 10, 1).asTicket()), Value(Exception(3, 5, 2).asTicket()),
+               Value("not a page")};
+  ticket.setArray("x", kExceptionListKey, stored);
+  ExceptionPageList exceptions = ListOf({{50, 60, 9}});
+  SyncSpecialPageList(ticket, SyncDirection::FromTicket, kExceptionListKey, exceptions);
+  EXPECT_EQ(Ranges(exceptions), (std::vector<Range>{{1, 2, 1}, {3, 5, 2}, {6, 10, 1}}));
+
+  SyncSpecialPageList(ticket, SyncDirection::ToTicket, kExceptionListKey, exceptions);
+  EXPECT_EQ(ticket.item(kExceptionListKey)->client, kTicketClientPrint);
+  EXPECT_EQ(ticket.getArray(kExceptionListKey)->size(), 3u);
+}
+
+TEST(SpecialPageListTest, CoversUnderBookletLayout) {
+  Ticket ticket;
+  auto front = std::make_unique<Cover>();
+  front->stock()->setColor(3);
+  auto back = std::make_unique<Cover>(*front);
+  back->setStartPage(99);  // not compared
+
+  SyncCovers(ticket, SyncDirection::ToTicket, front, back);
+  EXPECT_TRUE(ticket.contains(kBackCoverKey)) << "without booklet layout both are stored";
+
+  ticket.setBoolean("x", kBookletLayoutKey, true);
+  SyncCovers(ticket, SyncDirection::ToTicket, front, back);
+  EXPECT_TRUE(ticket.contains(kFrontCoverKey));
+  EXPECT_FALSE(ticket.contains(kBackCoverKey)) << "one sheet wraps the booklet";
+
+  back->setSidesImaged(3);
+  SyncCovers(ticket, SyncDirection::ToTicket, front, back);
+  EXPECT_TRUE(ticket.contains(kBackCoverKey));
+
+  // Reading under booklet layout ignores the stored back cover.
+  std::unique_ptr<Cover> readFront, readBack;
+  SyncCovers(ticket, SyncDirection::FromTicket, readFront, readBack);
+  ASSERT_NE(readBack, nullptr);
+  EXPECT_NE(readBack, readFront);
+  EXPECT_TRUE(*readBack == *front);
+
+  ticket.setBoolean("x", kBookletLayoutKey, false);
+  SyncCovers(ticket, SyncDirection::FromTicket, readFront, readBack);
+  EXPECT_EQ(readBack->sidesImaged(), 3);
+
+  std::unique_ptr<Cover> none;
+  SyncCovers(ticket, SyncDirection::ToTicket, none, none);
+  EXPECT_FALSE(ticket.contains(kFrontCoverKey));
+  EXPECT_FALSE(ticket.contains(kBackCoverKey));
+  SyncCovers(ticket, SyncDirection::FromTicket, readFront, readBack);
+  EXPECT_EQ(readFront, nullptr);
+  EXPECT_EQ(readBack, nullptr);
+}
+
+}  // namespace
+}  // namespace zorva
