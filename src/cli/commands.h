@@ -21,4 +21,7 @@ void AddPagesCommands(CLI::App& app);
 // zorva watermarks list|show|defaults|remove
 void AddWatermarksCommands(CLI::App& app);
 
+// zorva jotf write|export
+void AddJotfCommands(CLI::App& app);
+
 }  // namespace zorva::cli

@@ -107,5 +107,6 @@ int main(int argc, char** argv) {
   zorva::cli::AddTablesCommand(app);
   zorva::cli::AddPagesCommands(app);
   zorva::cli::AddWatermarksCommands(app);
+  zorva::cli::AddJotfCommands(app);
   return Run(app, argc, argv);
 }

@@ -1,0 +1,209 @@
+// Finishing: which staple, fold and punch the finishing menu's choice takes
+// from the dialogs' values, the `finishings` set they become, slip sheets and
+// offset. The finishing printer formats every line into one buffer; a code
+// its lists do not name leaves the buffer as it was, so the line before is
+// written again. Servers in the field are matched to that output, so it stays.
+#include <string>
+
+#include "jobticket/jotf_commands.h"
+#include "jobticket/jotf_job_attributes.h"
+#include "jobticket/jotf_keys.h"
+#include "jobticket/jotf_read.h"
+
+namespace zorva {
+
+namespace {
+
+using jotf::ReadInt32;
+using jotf::ReadInt32Or;
+
+struct CodeMap {
+  std::int32_t from;
+  std::int32_t to;
+};
+
+// The dialogs' staple values -> staple codes (one table for every staple entry).
+constexpr CodeMap kStapleValues[] = {
+    {5, 0},  {6, 2},  {7, 1},   {8, 20},  {10, 3},  {11, 4},
+    {12, 5}, {13, 6}, {26, 16}, {27, 17}, {28, 18}, {29, 19},
+};
+// Hole-punch values -> punch codes.
+constexpr CodeMap kPunchValues[] = {{32, 31}, {33, 32}, {34, 33}, {35, 34}};
+// Punch options (number of holes) -> punch-holes codes.
+constexpr CodeMap kHoleCounts[] = {{2, 35}, {3, 36}, {4, 37}};
+
+// Codes -> `finishings` enums.
+constexpr CodeMap kStapleEnums[] = {
+    {0, 20},  {1, 22},  {2, 21},  {3, 28},  {4, 29},  {5, 31},  {6, 30},
+    {7, 110}, {16, 32}, {17, 33}, {18, 35}, {19, 34}, {20, 23},
+};
+constexpr CodeMap kFoldEnums[] = {
+    {9, 3},     {10, 111},  {23, 111},  {11, 1000}, {27, 1000}, {12, 1001},
+    {29, 1001}, {13, 50},   {14, 52},   {15, 13},   {21, 1003}, {22, 1004},
+    {24, 110},  {25, 1011}, {26, 1008}, {28, 1005}, {30, 1012},
+};
+constexpr CodeMap kPunchEnums[] = {{31, 93}, {32, 94}, {33, 96}, {34, 95}};
+constexpr CodeMap kPunchHoleEnums[] = {{35, 90}, {36, 91}, {37, 92}};
+
+template <std::size_t N>
+std::int32_t Map(const CodeMap (&map)[N], std::int32_t code) {
+  for (const CodeMap& row : map) {
+    if (row.from == code) return row.to;
+  }
+  return -1;
+}
+
+// What one choice of the finishing menu takes from the dialogs' values.
+// Choices: 0 printer default, 1 none, 2 one staple, 3 two staples, 4 centre
+// staple, 5 bind, 6-8 two/three/four-hole punch, 9 fold, 10 Z-fold half
+// sheet, 11 multiple finishing, 12 signature booklet, 13 custom, 14 booklet.
+struct FinishingChoice {
+  std::int32_t option;
+  std::string_view stapleKey = {};  // "*": the first staple entry that has a value
+  std::string_view foldKey = {};
+  bool punch = false;
+  std::int32_t holes = -1;  // punch-holes code; 0: from the punch options entry
+  bool custom = false;
+};
+
+constexpr std::string_view kAnyStaple = "*";
+
+constexpr FinishingChoice kFinishingChoices[] = {
+    {.option = 2, .stapleKey = jotfkey::kFinishingStaple1},
+    {.option = 3, .stapleKey = jotfkey::kFinishingStaple2},
+    {.option = 4, .stapleKey = jotfkey::kFinishingStapleCenter},
+    {.option = 5, .foldKey = jotfkey::kFinishingBind},
+    {.option = 6, .punch = true, .holes = 35},
+    {.option = 7, .punch = true, .holes = 36},
+    {.option = 8, .punch = true, .holes = 37},
+    {.option = 9, .foldKey = jotfkey::kFinishingFold},
+    {.option = 10, .foldKey = jotfkey::kFinishingZFold},
+    {.option = 11,
+     .stapleKey = kAnyStaple,
+     .foldKey = jotfkey::kFinishingZFold,
+     .punch = true,
+     .holes = 0},
+    {.option = 12, .foldKey = jotfkey::kBookletFoldStaple},
+    {.option = 13, .custom = true},
+    {.option = 14, .foldKey = jotfkey::kBookletFoldStaple},
+};
+
+const FinishingChoice* ChoiceFor(std::int32_t option) {
+  for (const FinishingChoice& c : kFinishingChoices) {
+    if (c.option == option) return &c;
+  }
+  return nullptr;
+}
+
+std::int32_t StapleFrom(const Dictionary* settings, std::string_view key) {
+  if (key != kAnyStaple) return JotfStapleCodeForValue(ReadInt32Or(settings, key, 0));
+  for (std::string_view k :
+       {jotfkey::kFinishingStaple1, jotfkey::kFinishingStaple2, jotfkey::kFinishingStapleCenter}) {
+    const std::int32_t code = JotfStapleCodeForValue(ReadInt32Or(settings, k, 0));
+    if (code != -1) return code;
+  }
+  return -1;
+}
+
+// Fold, bind and booklet values are the fold codes themselves; 0 is none.
+std::int32_t FoldFrom(const Dictionary* settings, std::string_view key) {
+  const std::int32_t value = ReadInt32Or(settings, key, 0);
+  return value > 0 ? value : -1;
+}
+
+void FillFromChoice(FINISHINGDATA* f, const FinishingChoice& c, const Dictionary* settings) {
+  if (!c.stapleKey.empty()) f->staple = StapleFrom(settings, c.stapleKey);
+  if (!c.foldKey.empty()) f->fold = FoldFrom(settings, c.foldKey);
+  if (c.punch) {
+    f->punch = Map(kPunchValues, ReadInt32Or(settings, jotfkey::kFinishingHolePunch, 0));
+    f->punchHoles =
+        c.holes != 0
+            ? c.holes
+            : Map(kHoleCounts, ReadInt32Or(settings, jotfkey::kFinishingHolePunchOptions, 0));
+  }
+  if (c.custom) {
+    std::optional<std::string> name = jotf::ReadEscaped(settings, jotfkey::kFinishingCustom);
+    if (name && !name->empty()) f->templateName = std::move(name);
+  }
+}
+
+void Emit(const JotfSink* sink, const std::string& buffer) {
+  JotfWriteNoLength(sink, buffer.c_str());
+}
+
+// Formats the value line when the code is listed; the buffer is written
+// either way.
+template <std::size_t N>
+void EmitValue(const JotfSink* sink, std::string& buffer, const CodeMap (&enums)[N],
+               std::int32_t code) {
+  const std::int32_t value = Map(enums, code);
+  if (value != -1) JotfFormatInto(buffer, "\t\t\t<value syntax=\"enum\">%d</value>\n", value);
+  Emit(sink, buffer);
+}
+
+void WriteTemplate(const JotfSink* sink, std::string& buffer, const std::string& name) {
+  Emit(sink, buffer = "\t\t<finishings-col syntax=\"collection\">\n");
+  JotfFormatInto(buffer,
+                 "\t\t\t<finishing-template syntax=\"name\" "
+                 "xml:space=\"preserve\">%s</finishing-template>\n",
+                 name.c_str());
+  Emit(sink, buffer);
+  Emit(sink, buffer = "\t\t</finishings-col>\n");
+}
+
+}  // namespace
+
+std::int32_t JotfStapleCodeForValue(std::int32_t value) {
+  return Map(kStapleValues, value);
+}
+
+int WriteJotfFinishing(const JotfSink* sink, const FINISHINGDATA* f) {
+  std::string buffer;
+  if (f->templateName) {
+    WriteTemplate(sink, buffer, *f->templateName);
+    return 0;
+  }
+  if (f->staple == -1 && f->fold == -1 && f->punch == -1) return 0;
+  Emit(sink, buffer = "\t\t<finishings syntax=\"1setOf\">\n");
+  if (f->staple != -1) EmitValue(sink, buffer, kStapleEnums, f->staple);
+  if (f->fold != -1) EmitValue(sink, buffer, kFoldEnums, f->fold);
+  if (f->punch != -1) {
+    EmitValue(sink, buffer, kPunchEnums, f->punch);
+    const std::int32_t holes = Map(kPunchHoleEnums, f->punchHoles);
+    if (holes != -1) {
+      JotfFormatInto(buffer, "\t\t\t<value syntax=\"enum\">%d</value>\n", holes);
+    } else {
+      buffer.clear();
+    }
+    Emit(sink, buffer);
+  }
+  Emit(sink, buffer = "\t\t</finishings>\n");
+  return 0;
+}
+
+void FillFinishingData(FINISHINGDATA* finishing, const Dictionary* settings) {
+  *finishing = FINISHINGDATA{};
+  const FinishingChoice* choice = ChoiceFor(ReadInt32Or(settings, jotfkey::kFinishingOptions, 0));
+  if (choice) FillFromChoice(finishing, *choice, settings);
+}
+
+void WriteJOTFOffset(const Dictionary* settings) {
+  const std::int32_t offset = ReadInt32Or(settings, jotfkey::kFinishingOffset, 0);
+  if (offset >= 2 && offset <= 5) WriteJotfCommands(&writeData, kJotfJobOffset, offset - 2);
+  if (ReadInt32Or(settings, jotfkey::kFinishingOffsetEnableSubset, 0) == 0) return;
+  if (const auto pages = ReadInt32(settings, jotfkey::kFinishingOffsetPagesPerSubset)) {
+    WriteJotfCommands(&writeData, kJotfPagesPerSubset, *pages);
+  }
+}
+
+void WriteJOTFFinishing(const Dictionary* settings) {
+  if (ReadInt32(settings, jotfkey::kFinishingSlipSheet) == 2) {
+    WriteJotfCommands(&writeData, kJotfSeparatorSheets, 0);
+  }
+  FINISHINGDATA finishing;
+  FillFinishingData(&finishing, settings);
+  WriteJotfFinishing(&writeData, &finishing);
+  WriteJOTFOffset(settings);
+}
+
+}  // namespace zorva

@@ -1,0 +1,139 @@
+// Plain job attributes: duplex, output bin, resolution, the OPI, anti-aliasing,
+// darkness, toner saver, delivery order, emulation, rotation and output
+// colour settings, and the job's image shift.
+#include "jobticket/jotf_job_attributes.h"
+
+#include "jobticket/jotf_commands.h"
+#include "jobticket/jotf_keys.h"
+#include "jobticket/jotf_read.h"
+#include "jobticket/jotf_special_pages.h"
+
+namespace zorva {
+
+namespace {
+
+using jotf::ReadInt32;
+
+struct ValueMap {
+  std::int32_t setting;  // the ticket value
+  std::int32_t command;  // the command writer's value
+};
+
+// Output destination -> `output-bin` value of the command table.
+constexpr ValueMap kOutputDestinations[] = {
+    {1, 0}, {2, 1}, {3, 1}, {18, 1}, {4, 2},  {12, 2},  {17, 2},
+    {5, 6}, {6, 7}, {8, 4}, {9, 5},  {16, 8}, {20, 10},
+};
+
+constexpr ValueMap kDuplex[] = {{2, 1}, {3, 2}};
+constexpr ValueMap kRotation[] = {{1, 1}, {2, 0}};
+
+struct ResolutionRow {
+  std::int32_t setting;
+  std::int32_t crossFeed;
+  std::int32_t feedDirection;
+};
+
+constexpr ResolutionRow kResolutions[] = {
+    {1, 300, 300}, {2, 600, 600}, {3, 1200, 600}, {4, 1200, 1200}};
+
+template <std::size_t N>
+std::optional<std::int32_t> Translate(const ValueMap (&map)[N], std::optional<std::int32_t> v) {
+  if (!v) return std::nullopt;
+  for (const ValueMap& row : map) {
+    if (row.setting == *v) return row.command;
+  }
+  return std::nullopt;
+}
+
+// The entry's value, as it is, through the command writer.
+void WriteAsIs(const Dictionary* settings, std::string_view key, int code) {
+  if (const std::optional<std::int32_t> v = ReadInt32(settings, key)) {
+    WriteJotfCommands(&writeData, code, *v);
+  }
+}
+
+}  // namespace
+
+void WriteJOTFDuplex(const Dictionary* settings) {
+  std::optional<std::int32_t> duplex = ReadInt32(settings, jotfkey::kFinishingDuplex);
+  if (!duplex) duplex = ReadInt32(settings, jotfkey::kPMDuplexing);
+  WriteJotfCommands(&writeData, kJotfSides, Translate(kDuplex, duplex).value_or(0));
+}
+
+void WriteJOTFOutputDestination(const Dictionary* settings) {
+  const auto bin = Translate(kOutputDestinations, ReadInt32(settings, jotfkey::kOutputDestination));
+  if (bin) WriteJotfCommands(&writeData, kJotfOutputBin, *bin);
+}
+
+void WriteJOTFResolution(const Dictionary* settings) {
+  const std::optional<std::int32_t> v = ReadInt32(settings, jotfkey::kResolution);
+  if (!v) return;
+  for (const ResolutionRow& row : kResolutions) {
+    if (row.setting == *v) WriteJotfResolution(&writeData, row.crossFeed, row.feedDirection);
+  }
+}
+
+int WriteJotfResolution(const JotfSink* sink, std::int32_t crossFeed, std::int32_t feedDirection) {
+  JotfWrite(sink, "\t\t<printer-resolution syntax=\"resolution\">\n");
+  JotfPrintf(sink, "\t\t\t<cross-feed syntax=\"integer\">%d</cross-feed>\n", crossFeed);
+  JotfPrintf(sink, "\t\t\t<feed-direction syntax=\"integer\">%d</feed-direction>\n", feedDirection);
+  JotfPrintf(sink, "\t\t\t<units syntax=\"integer\">%d</units>\n", 3);
+  JotfWrite(sink, "\t\t</printer-resolution>\n");
+  return 0;
+}
+
+void WriteJOTFOPISubsitution(const Dictionary* settings) {
+  WriteAsIs(settings, jotfkey::kOPISubstitution, kJotfOPIInsertion);
+}
+
+void WriteJOTFOPIPreScan(const Dictionary* settings) {
+  WriteAsIs(settings, jotfkey::kOPIPrescan, kJotfOPIPreScan);
+}
+
+void WriteJOTFAntiAliasing(const Dictionary* settings) {
+  WriteAsIs(settings, jotfkey::kAntialiasing, kJotfAntiAliasing);
+}
+
+void WriteJOTFLightenDarken(const Dictionary* settings) {
+  WriteAsIs(settings, jotfkey::kLightenDarken, kJotfDarknessValue);
+}
+
+void WriteJOTFTonerSaver(const Dictionary* settings) {
+  const std::optional<bool> on = settings ? settings->getBool(jotfkey::kTonerSaver) : std::nullopt;
+  if (on) WriteJotfCommands(&writeData, kJotfTonerSaver, *on ? 1 : 0);
+}
+
+void WriteJOTFOutputOrder(const Dictionary* settings) {
+  WriteAsIs(settings, jotfkey::kOutputOrder, kJotfPageDelivery);
+}
+
+void WriteJOTFPrinterEmulation(const Dictionary* settings) {
+  WriteAsIs(settings, jotfkey::kPrinterEmulation, kJotfDarknessMode);
+}
+
+void WriteJOTFImageRotation(const Dictionary* settings) {
+  const auto rotation = Translate(kRotation, ReadInt32(settings, jotfkey::kRotateImage180));
+  if (rotation) WriteJotfCommands(&writeData, kJotfPageRotation, *rotation);
+}
+
+void WriteJOTFOutputColor(const Dictionary* settings) {
+  WriteAsIs(settings, jotfkey::kOutputColor, kJotfColorEffects);
+}
+
+void WriteJOTFImageShift(const Dictionary* imageShift) {
+  if (!imageShift) return;
+  ImageShiftSelections shift;
+  FillImageShift(imageShift, &shift);
+  WriteJotfImageShift(&writeData, shift.x1, shift.x2, shift.y1, shift.y2);
+}
+
+int WriteJotfImageShift(const JotfSink* sink, long x1, long x2, long y1, long y2) {
+  JotfPrintf(sink, "\t\t<x-side1-image-shift syntax=\"integer\">%ld</x-side1-image-shift>\n", x1);
+  JotfPrintf(sink, "\t\t<x-side2-image-shift syntax=\"integer\">%ld</x-side2-image-shift>\n", x2);
+  JotfPrintf(sink, "\t\t<y-side1-image-shift syntax=\"integer\">%ld</y-side1-image-shift>\n", y1);
+  JotfPrintf(sink, "\t\t<y-side2-image-shift syntax=\"integer\">%ld</y-side2-image-shift>\n", y2);
+  return 0;
+}
+
+}  // namespace zorva

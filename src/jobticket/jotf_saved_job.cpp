@@ -1,0 +1,103 @@
+// The saved-job disposition: hold, save only, print and save, or none, with
+// where and in which format the printer keeps the job.
+#include <array>
+
+#include "jobticket/jotf_job_attributes.h"
+#include "jobticket/jotf_keys.h"
+#include "jobticket/jotf_read.h"
+
+namespace zorva {
+
+namespace {
+
+using jotf::ReadInt32Or;
+
+constexpr std::string_view kDefaultSaveLocation = "file:///job-repository/";
+
+constexpr std::array<const char*, 5> kSaveFormats = {
+    "application/X-single-page-tiff", "application/X-multi-page-tiff",      "application/pdf",
+    "application/X-fast-reprint",     "application/X-fast-reprint-and-dri",
+};
+
+std::int32_t DispositionFor(const Dictionary* jobType) {
+  switch (ReadInt32Or(jobType, jotfkey::kJobTypeJobType, 1)) {
+    case 2:
+      return 1;
+    case 3:
+      return ReadInt32Or(jobType, jotfkey::kJobTypeSaveDisposition, kUnset) == 2 ? 3 : 2;
+    case 4:
+      return 3;
+    case 9:
+      return 4;
+    default:
+      return 0;
+  }
+}
+
+void WriteDispositionStart(const JotfSink* sink, const char* disposition) {
+  JotfWrite(sink, "\t\t<job-save-disposition syntax=\"collection\">\n");
+  JotfPrintf(sink, "\t\t\t<save-disposition syntax=\"keyword\">%s</save-disposition>\n",
+             disposition);
+}
+
+void WriteSaveInfo(const JotfSink* sink, const JOBTYPEDATA* data) {
+  JotfWrite(sink, "\t\t\t<save-info syntax=\"1setOf\">\n");
+  JotfWrite(sink, "\t\t\t\t<value syntax=\"collection\">\n");
+  JotfPrintf(sink, "\t\t\t\t\t<save-location syntax=\"uri\">%s</save-location>\n",
+             data->saveLocation ? data->saveLocation->c_str() : "");
+  JotfPrintf(sink, "\t\t\t\t\t<save-name syntax=\"name\" xml:space=\"preserve\">%s</save-name>\n",
+             data->saveName ? data->saveName->c_str() : "");
+  if (data->format >= 0 && static_cast<std::size_t>(data->format) < kSaveFormats.size()) {
+    JotfPrintf(
+        sink,
+        "\t\t\t\t\t<save-document-format syntax=\"mimeMediaType\">%s</save-document-format>\n",
+        kSaveFormats[static_cast<std::size_t>(data->format)]);
+  }
+  JotfWrite(sink, "\t\t\t\t</value>\n");
+  JotfWrite(sink, "\t\t\t</save-info>\n");
+}
+
+}  // namespace
+
+void FillJobTypeData(JOBTYPEDATA* data, const Dictionary* jobType, const Dictionary* settings) {
+  *data = JOBTYPEDATA{};
+  data->disposition = DispositionFor(jobType);
+  const std::int32_t mediaType = ReadInt32Or(jobType, jotfkey::kJobTypeMediaType, 1);
+  data->format = (mediaType >= 1 && mediaType <= 5) ? mediaType - 1 : -1;
+  data->saveName = jotf::ReadTrue(jobType, jotfkey::kJobTypeUseJobName)
+                       ? jotf::ReadEscaped(settings, jotfkey::kPMJobName)
+                       : jotf::ReadEscaped(jobType, jotfkey::kJobTypeSavedJobName);
+  data->saveLocation = jotf::ReadEscaped(jobType, jotfkey::kJobTypeSavedJobLocation);
+  if (!data->saveLocation) data->saveLocation = std::string(kDefaultSaveLocation);
+}
+
+int WriteJotfJobTypes(const JotfSink* sink, const JOBTYPEDATA* data) {
+  switch (data->disposition) {
+    case 0:
+      WriteDispositionStart(sink, "none");
+      break;
+    case 1:
+      // No collection around it, and three tabs deep: the server reads it so.
+      JotfWrite(sink, "\t\t\t<job-hold-until syntax=\"keyword\">indefinite</job-hold-until>\n");
+      return 0;
+    case 2:
+    case 3:
+      WriteDispositionStart(sink, data->disposition == 2 ? "save-only" : "print-save");
+      WriteSaveInfo(sink, data);
+      break;
+    default:
+      return 0;
+  }
+  JotfWrite(sink, "\t\t</job-save-disposition>\n");
+  return 0;
+}
+
+void WriteJOTFJobType(const Dictionary* settings) {
+  const Dictionary* jobType = jotf::ReadDictionary(settings, jotfkey::kJobType);
+  if (!jobType) return;
+  JOBTYPEDATA data;
+  FillJobTypeData(&data, jobType, settings);
+  WriteJotfJobTypes(&writeData, &data);
+}
+
+}  // namespace zorva

@@ -1,0 +1,66 @@
+// The export path: the host's own ticket items and the copy of the
+// "com.zorva" items that the writer is given.
+#include <gtest/gtest.h>
+#include <pwd.h>
+#include <unistd.h>
+
+#include "core/print_session.h"
+#include "jobticket/jotf_export.h"
+#include "jotf_test_util.h"
+
+namespace zorva::test {
+namespace {
+
+TEST(JotfExport, HostItemsAskForTheWholeDocument) {
+  Ticket ticket;
+  ticket.setDictionary("x", "com.zorva.print.JOTFOptions",
+                       Dictionary{{"JOTFOptionCovers", Value(true)}});
+  ticket.setBoolean("x", "com.zorva.print.RotateBooklet180Degrees", true);
+  AddJOTFHostTicketItems(ticket);
+  EXPECT_EQ(*ticket.getDictionary("com.zorva.print.JOTFOptions"),
+            (Dictionary{{"JOTFOptionAll", Value(true)}}));
+  EXPECT_EQ(ticket.item("com.zorva.print.JOTFOptions")->client, "Z");
+  EXPECT_FALSE(ticket.item("com.zorva.print.JOTFOptions")->locked);
+  EXPECT_FALSE(ticket.contains("com.zorva.print.RotateBooklet180Degrees"));
+  EXPECT_EQ(*ticket.getString("com.zorva.print.ControllerInformation.ControllerFamily"), "Kestrix");
+  EXPECT_EQ(*ticket.getString("com.zorva.print.ControllerInformation.ControllerVersion"), "6.0");
+  const passwd* pw = getpwuid(getuid());
+  ASSERT_NE(pw, nullptr);
+  EXPECT_EQ(*ticket.getString("com.zorva.print.ClientInformation.UserName"), pw->pw_name);
+  // The computer name is kept only when every character is in U+0020..U+00FE.
+  if (const std::string* name =
+          ticket.getString("com.zorva.print.ClientInformation.ComputerName")) {
+    for (unsigned char c : *name) EXPECT_TRUE(c >= 0x20 && c != 0x7F) << *name;
+  }
+}
+
+TEST(JotfExport, OnlyZorvaItemsAreCopied) {
+  Ticket ticket;
+  ticket.setNumber("x", "com.zorva.print.FinishingDuplex", 2);
+  ticket.setNumber("x", "com.zorva.Act.jotf.On", 3);
+  ticket.setNumber("x", "com.apple.print.PrintSettings.PMDuplexing", 3);
+  ticket.setString("x", "org.other.Thing", "x");
+  ticket.setString("x", "com.zorv", "x");
+  EXPECT_EQ(JOTFSettingsFromTicket(ticket),
+            (Dictionary{{"com.zorva.print.FinishingDuplex", Value(2)},
+                        {"com.zorva.Act.jotf.On", Value(3)}}));
+}
+
+TEST(JotfExport, WritesTheSessionsTicketToAFile) {
+  TempDir dir;
+  SetCurrentPrintSession(nullptr);
+  EXPECT_EQ(JOTFExportToFileAtPath(dir / "none.jotf"), kPrintSessionErr);
+
+  PrintSession session;
+  session.printSettings() = Ticket::FromDictionary(LoadSettings("covers"));
+  session.printSettings().remove("com.zorva.print.JOTFOptions");
+  SetCurrentPrintSession(&session);
+  EXPECT_EQ(JOTFExportToFileAtPath(dir / "covers.jotf"), kNoErr);
+  EXPECT_EQ(ReadText(dir / "covers.jotf"), ReadText(JotfData("covers.jotf")));
+  EXPECT_TRUE(session.printSettings().contains("com.zorva.print.JOTFOptions"));
+  EXPECT_NE(JOTFExportToFileAtPath(dir / "no" / "dir.jotf"), kNoErr);
+  SetCurrentPrintSession(nullptr);
+}
+
+}  // namespace
+}  // namespace zorva::test
