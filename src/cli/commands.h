@@ -24,4 +24,7 @@ void AddWatermarksCommands(CLI::App& app);
 // zorva jotf write|export
 void AddJotfCommands(CLI::App& app);
 
+// zorva special-pages list|summary|add-cover|add-insert|add-exception|remove
+void AddSpecialPagesCommands(CLI::App& app);
+
 }  // namespace zorva::cli

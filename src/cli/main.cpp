@@ -108,5 +108,6 @@ int main(int argc, char** argv) {
   zorva::cli::AddPagesCommands(app);
   zorva::cli::AddWatermarksCommands(app);
   zorva::cli::AddJotfCommands(app);
+  zorva::cli::AddSpecialPagesCommands(app);
   return Run(app, argc, argv);
 }
