@@ -48,51 +48,27 @@ TEST_F(TicketCommand, SetCreatesTheFileAndGetReadsItBack) {
             "com.zorva.print.JobNotesMessage str 'Deliver to room 4'\n");
 }
 
-// What auto makes of typical arguments, seen by an independent reader.
-TEST_F(TicketCommand, AutoTypeGuessesFromTheText) {
-  const std::vector<std::pair<std::string, std::string>> cases = {{"true", "bool True"},
-                                                                  {"false", "bool False"},
-                                                                  {"42", "int 42"},
-                                                                  {"-7", "int -7"},
-                                                                  {"2.5", "float 2.5"},
-                                                                  {"1e3", "float 1000.0"},
-                                                                  {"True", "str 'True'"},
-                                                                  {"+5", "str '+5'"},
-                                                                  {"nan", "str 'nan'"},
-                                                                  {"12abc", "str '12abc'"},
-                                                                  {"", "str ''"},
-                                                                  {"show", "str 'show'"},
-                                                                  {"Wei\xC3\x9F", "str 'Weiß'"}};
-  std::string expected;
-  for (std::size_t i = 0; i < cases.size(); ++i) {
-    const std::string key = "k" + std::to_string(10 + i);
-    ASSERT_EQ(Set(key, cases[i].first).exitCode, 0) << cases[i].first;
-    expected += key + " " + cases[i].second + "\n";
-  }
-  EXPECT_EQ(PythonView(File()), expected);
-}
-
 struct TypedCase {
   std::string type, text, plainText, python;
 };
 
-// Every --type, and that get prints what set accepts.
+// Every --type, what auto guesses, and that get prints what set accepts;
+// checked by an independent reader.
 TEST_F(TicketCommand, EveryTypeStoresItsKindAndGetPrintsItBack) {
   const std::vector<TypedCase> cases = {
+      {"auto", "true", "true\n", "bool True"},
+      {"auto", "-7", "-7\n", "int -7"},
+      {"auto", "1e3", "1000\n", "float 1000.0"},
+      {"auto", "+5", "+5\n", "str '+5'"},
+      {"auto", "nan", "nan\n", "str 'nan'"},
+      {"auto", "", "\n", "str ''"},
       {"integer", "-9000000000", "-9000000000\n", "int -9000000000"},
-      {"real", "0.1", "0.1\n", "float 0.1"},
       {"real", "3", "3\n", "float 3.0"},
-      {"number", "7", "7\n", "int 7"},
       {"number", "7.25", "7.25\n", "float 7.25"},
-      {"string", "42", "42\n", "str '42'"},
       {"string", "two\nlines", "two\nlines\n", "str 'two\\nlines'"},
-      {"bool", "yes", "true\n", "bool True"},
       {"bool", "0", "false\n", "bool False"},
       {"date", "2024-02-29T23:59:59Z", "2024-02-29T23:59:59Z\n",
        "datetime datetime.datetime(2024, 2, 29, 23, 59, 59)"},
-      {"date", "1999-12-31T00:00:00Z", "1999-12-31T00:00:00Z\n",
-       "datetime datetime.datetime(1999, 12, 31, 0, 0)"},
-      {"data", "AP8Qgw==", "AP8Qgw==\n", "bytes b'\\x00\\xff\\x10\\x83'"},
       {"data", "aGk", "aGk=\n", "bytes b'hi'"},
       {"dict", "<plist><dict><key>Size</key><integer>4</integer></dict></plist>", "",
        "dict {'Size': 4}"},
@@ -111,6 +87,11 @@ TEST_F(TicketCommand, EveryTypeStoresItsKindAndGetPrintsItBack) {
     expected += key + " " + c.python + "\n";
   }
   EXPECT_EQ(PythonView(File()), expected);
+
+  // Values that look like options or commands.
+  ASSERT_EQ(RunTool({"ticket", "set", File(), "--", "o", "-x"}).exitCode, 0);
+  ASSERT_EQ(RunTool({"ticket", "set", File(), "p", "remove"}).exitCode, 0);
+  EXPECT_EQ(Get("o").out + Get("p").out, "-x\nremove\n");
 }
 
 TEST_F(TicketCommand, GetOfADictionaryPrintsAPropertyListOthersCanRead) {
@@ -121,8 +102,6 @@ TEST_F(TicketCommand, GetOfADictionaryPrintsAPropertyListOthersCanRead) {
       "python3", {"-c", "import plistlib,sys; print(plistlib.load(open(sys.argv[1],'rb')))",
                   File("stock.plist")});
   EXPECT_EQ(py.out, "{'Color': 1, 'Size': 1, 'Type': 1, 'Weight': 90}\n") << py.err;
-  ToolResult plistutil = RunProgram("plistutil", {"-i", File("stock.plist"), "-f", "bin"});
-  EXPECT_EQ(plistutil.exitCode, 0) << plistutil.err;
 
   // And the same text goes back in through standard input.
   ToolResult in = RunProgram("sh", {"-c", "\"$0\" ticket set \"$1\" copy - --type dict < \"$2\"",
@@ -138,13 +117,8 @@ TEST_F(TicketCommand, ReadsBinaryPropertyListsAndWritesXml) {
   ASSERT_EQ(ReadText(binary).rfind("bplist00", 0), 0u);
 
   ToolResult fromBinary = RunTool({"ticket", "show", binary});
-  ToolResult fromXml = RunTool({"ticket", "show", kExample});
   ASSERT_EQ(fromBinary.exitCode, 0) << fromBinary.err;
-  EXPECT_EQ(fromBinary.out, fromXml.out);
-  EXPECT_NE(fromBinary.out.find("com.zorva.print.JobLevelStock: dict (4 entries)\n"
-                                "  Color: integer 1\n"),
-            std::string::npos)
-      << fromBinary.out;
+  EXPECT_EQ(fromBinary.out, RunTool({"ticket", "show", kExample}).out);
 
   ASSERT_EQ(RunTool({"ticket", "set", binary, "com.zorva.print.Gutter", "30"}).exitCode, 0);
   EXPECT_EQ(ReadText(binary).rfind("<?xml", 0), 0u);
@@ -183,7 +157,7 @@ TEST_F(TicketCommand, ShowDumpsEveryKindSortedAndIndented) {
             "  [0]: integer 7\n");
 }
 
-TEST_F(TicketCommand, RemoveDeletesOnlyThatKeyAndFailsOnMissingOnesUnlessForced) {
+TEST_F(TicketCommand, RemoveDeletesOnlyThatKeyAndMissingKeysFailUnlessForced) {
   ASSERT_EQ(Set("a", "1").exitCode, 0);
   ASSERT_EQ(Set("b", "2").exitCode, 0);
   ToolResult r = RunTool({"ticket", "remove", File(), "a"});
@@ -191,21 +165,15 @@ TEST_F(TicketCommand, RemoveDeletesOnlyThatKeyAndFailsOnMissingOnesUnlessForced)
   EXPECT_EQ(PythonView(File()), "b int 2\n");
 
   const std::string before = ReadText(File());
-  r = RunTool({"ticket", "remove", File(), "a"});
-  ExpectOneLineError(r, 1);
-  EXPECT_NE(r.err.find("no key \"a\""), std::string::npos) << r.err;
+  for (const char* command : {"remove", "get"}) {
+    r = RunTool({"ticket", command, File(), "a"});
+    ExpectOneLineError(r, 1);
+    EXPECT_NE(r.err.find("no key \"a\""), std::string::npos) << r.err;
+  }
   EXPECT_EQ(RunTool({"ticket", "remove", "--force", File(), "a"}).exitCode, 0);
   EXPECT_EQ(ReadText(File()), before);
-
-  ExpectOneLineError(RunTool({"ticket", "remove", File("none.plist"), "a"}), 1);
   EXPECT_EQ(RunTool({"ticket", "remove", "-f", File("none.plist"), "a"}).exitCode, 0);
   EXPECT_FALSE(fs::exists(File("none.plist")));
-}
-
-TEST_F(TicketCommand, GetOfAMissingKeyFails) {
-  ToolResult r = RunTool({"ticket", "get", kExample, "com.zorva.print.NoSuchKey"});
-  ExpectOneLineError(r, 1);
-  EXPECT_NE(r.err.find("com.zorva.print.NoSuchKey"), std::string::npos);
 }
 
 // A value that does not parse: status 2, one line, and the file stays as it was.
@@ -214,25 +182,12 @@ TEST_F(TicketCommand, BadValuesLeaveTheFileUntouched) {
   const std::string before = ReadText(File());
   const std::vector<std::vector<std::string>> bad = {
       {"a", "5", "--type", "float"},
-      {"a", "abc", "--type", "number"},
-      {"a", "12abc", "--type", "integer"},
       {"a", "99999999999999999999", "--type", "integer"},
-      {"a", "1.5", "--type", "integer"},
-      {"a", "inf", "--type", "real"},
-      {"a", "maybe", "--type", "bool"},
       {"a", "2023-02-29T00:00:00Z", "--type", "date"},
-      {"a", "2024-01-01 00:00:00", "--type", "date"},
-      {"a", "ab$d", "--type", "data"},
       {"a", "abcde", "--type", "data"},
       {"a", "<plist><array/></plist>", "--type", "dict"},
-      {"a", "<plist><dict/></plist>", "--type", "array"},
-      {"a", "<plist><dict><key>x</dict>", "--type", "dict"},
-      {"a", "-", "--type", "dict"},  // standard input is empty
       {"a", "\xFF\xFE", "--type", "string"},
-      {"a", "bell\x07", "--type", "string"},
-      {"a", "nul\x01"},
       {"key\x1b", "1"},
-      {"", "1"},
   };
   for (const auto& args : bad) {
     std::vector<std::string> argv = {"ticket", "set", File()};
@@ -246,25 +201,21 @@ TEST_F(TicketCommand, BadValuesLeaveTheFileUntouched) {
   EXPECT_FALSE(fs::exists(File("new.plist")));
 }
 
-// Files that are not tickets: status 1 naming the file, for every command.
+// Files that are not tickets, or cannot be written: status 1 naming the file.
 TEST_F(TicketCommand, UnreadableOrMalformedFilesAreReportedAndKept) {
   fs::create_directory(File("folder.plist"));
-  WriteText(File("junk.plist"), "this is not a property list\n");
   WriteText(File("cut.plist"), "<?xml version=\"1.0\"?><plist><dict><key>a</key>");
   WriteText(File("array.plist"), "<plist><array><integer>1</integer></array></plist>");
-  WriteText(File("empty.plist"), "");
-  WriteText(File("badbin.plist"), std::string("bplist00\xD1\x01\x02", 11));
   const std::vector<std::pair<std::string, std::string>> files = {
-      {"missing.plist", "cannot read"},       {"folder.plist", "cannot read"},
-      {"junk.plist", "not a property list"},  {"cut.plist", "not a property list"},
-      {"array.plist", "root is an array"},    {"empty.plist", "not a property list"},
-      {"badbin.plist", "not a property list"}};
+      {"missing.plist", "cannot read"},
+      {"folder.plist", "cannot read"},
+      {"cut.plist", "not a property list"},
+      {"array.plist", "root is an array"}};
   for (const auto& [name, why] : files) {
     SCOPED_TRACE(name);
     const std::string path = File(name);
     const std::string before = fs::is_regular_file(path) ? ReadText(path) : "";
     for (const std::vector<std::string>& argv : {std::vector<std::string>{"ticket", "show", path},
-                                                 {"ticket", "get", path, "a"},
                                                  {"ticket", "remove", path, "a"},
                                                  {"ticket", "set", path, "a", "1"}}) {
       if (name == "missing.plist" && argv[1] == "set") continue;  // set creates it
@@ -277,24 +228,14 @@ TEST_F(TicketCommand, UnreadableOrMalformedFilesAreReportedAndKept) {
       EXPECT_EQ(ReadText(path), before);
     }
   }
-}
 
-TEST_F(TicketCommand, WriteFailuresAreReported) {
   ToolResult r = RunTool({"ticket", "set", File("no/such/folder/job.plist"), "a", "1"});
   ExpectOneLineError(r, 1);
   EXPECT_NE(r.err.find("cannot write"), std::string::npos) << r.err;
-
   ToolResult full =
       RunProgram("sh", {"-c", "\"$0\" ticket show \"$1\" > /dev/full", ZORVA_TOOL, kExample});
   EXPECT_EQ(full.exitCode, 1);
   EXPECT_NE(full.err.find("zorva: cannot write output"), std::string::npos) << full.err;
-}
-
-TEST_F(TicketCommand, ValuesThatLookLikeOptionsOrCommands) {
-  ASSERT_EQ(RunTool({"ticket", "set", File(), "n", "-12"}).exitCode, 0);
-  ASSERT_EQ(RunTool({"ticket", "set", File(), "--", "o", "-x"}).exitCode, 0);
-  ASSERT_EQ(RunTool({"ticket", "set", File(), "p", "remove"}).exitCode, 0);
-  EXPECT_EQ(PythonView(File()), "n int -12\no str '-x'\np str 'remove'\n");
 }
 
 }  // namespace

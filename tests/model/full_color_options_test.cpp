@@ -11,55 +11,38 @@ namespace {
 
 TEST(FullColorOptionsTest, SettersRefuseOutOfRangeAndChangeNothing) {
   FullColorOptions o;
-  std::int32_t v = 0;
+  std::int32_t v = 0, c = 0, m = 0, y = 0, slow = 0, fast = 0;
   EXPECT_EQ(o.setLightness(40), kNoErr);
   EXPECT_EQ(o.setLightness(101), kParamErr);
   o.lightness(&v);
   EXPECT_EQ(v, 40);
-  EXPECT_EQ(o.setLightness(kUnset), kNoErr);
-  EXPECT_EQ(o.setContrast(-100), kNoErr);
   EXPECT_EQ(o.setSaturation(-101), kParamErr);
-
-  std::int32_t c = 0, m = 0, y = 0;
   EXPECT_EQ(o.setColorCast(1, 2, 3), kNoErr);
   EXPECT_EQ(o.setColorCast(10, 200, 0), kParamErr);
   o.colorCast(&c, &m, &y);
   EXPECT_EQ(c * 100 + m * 10 + y, 123);
-
-  std::int32_t slow = 0, fast = 0;
   EXPECT_EQ(o.setTrappingAdjustment(20, 0), kNoErr);
-  EXPECT_EQ(o.setTrappingAdjustment(5, -1), kParamErr);
   EXPECT_EQ(o.setTrappingAdjustment(21, 5), kParamErr);
   o.trappingAdjustment(&slow, &fast);
-  EXPECT_EQ(slow, 20);
-  EXPECT_EQ(fast, 0);
-
+  EXPECT_EQ(slow * 100 + fast, 2000);
   // Getters refuse only when they have nowhere to write.
   EXPECT_EQ(o.lightness(nullptr), kParamErr);
-  EXPECT_EQ(o.colorCast(nullptr, nullptr, nullptr), kParamErr);
   EXPECT_EQ(o.trappingAdjustment(nullptr, &fast), kNoErr);
-}
 
-TEST(FullColorOptionsTest, CustomProfilesNeedAShortEnoughName) {
-  FullColorOptions o;
+  // Custom profiles need a name short enough in UTF-16 units; another kind
+  // keeps the stored name.
   std::int32_t kind = 0;
   FullColorOptions::Name name;
   EXPECT_EQ(o.setRGBImagesProfile(kRGBProfileCustom, std::nullopt), kParamErr);
   EXPECT_EQ(o.setRGBImagesProfile(kRGBProfileCustom, std::string("Press")), kNoErr);
-  // Another kind keeps the stored name.
   EXPECT_EQ(o.setRGBImagesProfile(2, std::nullopt), kNoErr);
   o.rgbImagesProfile(&kind, &name);
   EXPECT_EQ(kind, 2);
   EXPECT_EQ(name, std::string("Press"));
-
-  // The limit counts UTF-16 units: 255 two-byte letters fit, 256 do not.
   std::string e255;
   for (int i = 0; i < 255; ++i) e255 += "\xC3\xA9";
   EXPECT_EQ(o.setCMYKImagesProfile(kCMYKProfileCustom, e255), kNoErr);
   EXPECT_EQ(o.setCMYKImagesProfile(kCMYKProfileCustom, e255 + "x"), kParamErr);
-  EXPECT_EQ(o.setGrayImagesProfile(e255 + "x"), kParamErr);
-  EXPECT_EQ(o.setGrayImagesProfile(std::nullopt), kNoErr);
-  EXPECT_EQ(o.setDestinationProfile(kDestinationProfileCustom, std::string("Out")), kNoErr);
 }
 
 TEST(FullColorOptionsTest, DictionaryFormWritesOnlyWhatIsSet) {
@@ -124,13 +107,8 @@ TEST(FullColorOptionsTest, ReadingMergesIntoCurrentValues) {
   EXPECT_EQ(name, std::string("MyProfile"));
   o.destinationProfile(&kind, &name);
   EXPECT_EQ(kind, kUnset) << "an over-long name is ignored";
-  o.grayImagesProfile(&name);
-  EXPECT_FALSE(name.has_value());
   o.trc(&name);
   EXPECT_FALSE(name.has_value());
-  o.fromTicket(nullptr);
-  o.lightness(&v);
-  EXPECT_EQ(v, 10);
 }
 
 }  // namespace

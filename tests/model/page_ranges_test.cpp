@@ -37,21 +37,15 @@ const std::vector<Case>& Cases() {
       {"1a2", kNoErr, {{1, 1}, {2, 1}}},
       {"0", kNoErr, {{0, 1}}},
       {"0-", kNoErr, {{0, 10000000}}},
-      {"9999999", kNoErr, {{9999999, 1}}},
       {"9999999-", kNoErr, {{9999999, 1}}},
       {"-", kInvalidPageRanges, {}},
       {"1--3", kInvalidPageRanges, {}},
-      {"--3", kInvalidPageRanges, {}},
-      {"1,-", kInvalidPageRanges, {}},
       {"5-2", kInvalidRangeOrder, {}},
       {"-0", kInvalidRangeOrder, {}},
       {"10000000", kPageNumberTooLarge, {}},
-      {"3-10000000", kPageNumberTooLarge, {}},
       // Blanks and unknown characters separate numbers but do not end a range.
       {" 1 - 4 ,\t9 , 12 - ", kNoErr, {{1, 4}, {9, 1}, {12, 9999988}}},
-      {"1 -3", kNoErr, {{1, 3}}},
       {"1-x", kNoErr, {{1, 9999999}}},
-      {"1-3 5", kNoErr, {{1, 3}, {5, 1}}},
       {"1-3xyz", kNoErr, {{1, 3}}},
       {"1- -3", kInvalidPageRanges, {}},
       // Characters that only look like separators are skipped.
@@ -73,7 +67,6 @@ const std::vector<Case>& Cases() {
       // The walk stops at the first error: later text is never looked at.
       {"5-2,99999999", kInvalidRangeOrder, {}},
       {"99999999,5-2", kPageNumberTooLarge, {}},
-      {"1-3,5-2", kInvalidRangeOrder, {}},
   };
   return cases;
 }
@@ -86,12 +79,8 @@ TEST(PageRanges, EachInputGivesItsCodeAndRanges) {
   }
 }
 
+// Same codes either way, and pages are the ranges written out.
 TEST(PageRanges, PagesModeListsEveryPageOfEveryRange) {
-  PageRangeList list = CreatePageRangesBySeparatingString("1-3,7", false);
-  EXPECT_EQ(list.code, kNoErr);
-  EXPECT_EQ(list.ranges, (Ranges{{1, 1}, {2, 1}, {3, 1}, {7, 1}}));
-
-  // Same codes either way, and pages are the ranges written out.
   for (const Case& c : Cases()) {
     std::int64_t total = 0;
     for (const PageRange& r : c.ranges) total += r.count;
@@ -104,17 +93,11 @@ TEST(PageRanges, PagesModeListsEveryPageOfEveryRange) {
     }
     EXPECT_EQ(pages.ranges, expanded) << '"' << c.text << '"';
   }
-}
-
-TEST(PageRanges, OpenEndInPagesModeReachesTheLastPage) {
-  PageRangeList list = CreatePageRangesBySeparatingString("9999990-", false);
-  ASSERT_EQ(list.ranges.size(), 10u);
-  EXPECT_EQ(list.ranges.front(), (PageRange{9999990, 1}));
-  EXPECT_EQ(list.ranges.back(), (PageRange{9999999, 1}));
-}
-
-TEST(PageRanges, TextWithoutAnyRangeIsInvalid) {
-  for (const char* text : {"", " ", ", ,", ",,,", "abc", "\t\n"}) {
+  PageRangeList open = CreatePageRangesBySeparatingString("9999990-", false);
+  ASSERT_EQ(open.ranges.size(), 10u);
+  EXPECT_EQ(open.ranges.back(), (PageRange{9999999, 1}));
+  // Text without any range is invalid in both modes.
+  for (const char* text : {"", " ", ",,,", "abc"}) {
     for (bool asRanges : {true, false}) {
       PageRangeList list = CreatePageRangesBySeparatingString(text, asRanges);
       EXPECT_EQ(list.code, kInvalidPageRanges) << '"' << text << '"';
@@ -126,8 +109,7 @@ TEST(PageRanges, TextWithoutAnyRangeIsInvalid) {
 TEST(PageRanges, LongDigitRunsAreTooLargeNotWrappedAround) {
   // 2^32 + 5 and 2^64 + 5 would wrap to 5 in a fixed-width accumulator.
   for (const std::string& text :
-       std::vector<std::string>{"4294967301", "18446744073709551621", std::string(10000, '9'),
-                                "1" + std::string(100000, '0')}) {
+       std::vector<std::string>{"4294967301", "18446744073709551621", std::string(10000, '9')}) {
     EXPECT_EQ(CreatePageRangesBySeparatingString(text, true).code, kPageNumberTooLarge)
         << text.substr(0, 30);
   }
@@ -151,7 +133,7 @@ TEST(PageRanges, PlatformFormChecksItsPointersAndEmptiesTheResultOnError) {
   EXPECT_TRUE(result.empty());
 }
 
-TEST(PageRanges, EveryAlertCodeHasTextInTheBundle) {
+TEST(PageRanges, EveryAlertCodeHasTextAndOthersHaveNone) {
   const Bundle* bundle = GetPDEBundle();
   ASSERT_NE(bundle, nullptr);
   for (Status code : {kPageNumberTooLarge, kInvalidPageRanges, kInvalidRangeOrder,
@@ -164,16 +146,8 @@ TEST(PageRanges, EveryAlertCodeHasTextInTheBundle) {
   }
   EXPECT_NE(SpecialPagesAlertTextFor(kPageNumberTooLarge, bundle)->message.find("7"),
             std::string::npos);
-  EXPECT_EQ(SpecialPagesAlertKeysFor(kInvalidPageNumbers)->titleKey, "Invalid Page Numbers Title");
-}
-
-TEST(PageRanges, CodesWithoutAlertsOrBundleFallBack) {
-  EXPECT_FALSE(SpecialPagesAlertTextFor(kNoErr, GetPDEBundle()));
-  EXPECT_FALSE(SpecialPagesAlertTextFor(kParamErr, GetPDEBundle()));
-  auto alert = SpecialPagesAlertTextFor(kInvalidRangeOrder, nullptr);
-  ASSERT_TRUE(alert);
-  EXPECT_EQ(alert->title, kStringNotFound);
-  EXPECT_EQ(alert->message, kStringNotFound);
+  EXPECT_FALSE(SpecialPagesAlertTextFor(kParamErr, bundle));
+  EXPECT_EQ(SpecialPagesAlertTextFor(kInvalidRangeOrder, nullptr)->title, kStringNotFound);
 }
 
 }  // namespace
