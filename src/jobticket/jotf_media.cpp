@@ -9,6 +9,7 @@
 #include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_page_size.h"
 #include "jobticket/jotf_read.h"
+#include "model/stock.h"
 
 namespace zorva {
 
@@ -176,26 +177,13 @@ std::optional<std::string> RowName(NameFrom from, const char* literal, const Dic
   return std::nullopt;
 }
 
-// The paper-size table's dimensions for a size code, or 0, 0 when no row
-// has it. The scan stops at the first row with the code.
-void StockDimensionsForSize(std::int32_t size, std::int32_t* width, std::int32_t* length) {
-  *width = 0;
-  *length = 0;
-  for (const PaperSizeSettingMap* row = CompleteStockSizeMap; row->key; ++row) {
-    if (row->value != size) continue;
-    *width = row->width;
-    *length = row->height;
-    return;
-  }
-}
-
 }  // namespace
 
 // ---- Filling --------------------------------------------------------------------
 
 void FillMediaSize(MEDIADATA* media, const Dictionary& stock) {
   std::int32_t width = 0, length = 0;
-  StockDimensionsForSize(ReadInt32Or(&stock, jotfkey::kSize, kUnset), &width, &length);
+  GetStockDimensionsForSize(ReadInt32Or(&stock, jotfkey::kSize, kUnset), &width, &length);
   if (width == 0) width = ReadInt32Or(&stock, jotfkey::kWidth, width);
   if (length == 0) length = ReadInt32Or(&stock, jotfkey::kLength, length);
   if (width == kUnset || length == kUnset) width = length = 0;
