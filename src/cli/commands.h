@@ -27,4 +27,7 @@ void AddJotfCommands(CLI::App& app);
 // zorva special-pages list|summary|add-cover|add-insert|add-exception|remove
 void AddSpecialPagesCommands(CLI::App& app);
 
+// zorva type42 FONT [--name NAME] [-o FILE] [--split-large-tables]
+void AddType42Command(CLI::App& app);
+
 }  // namespace zorva::cli

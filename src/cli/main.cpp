@@ -109,5 +109,6 @@ int main(int argc, char** argv) {
   zorva::cli::AddWatermarksCommands(app);
   zorva::cli::AddJotfCommands(app);
   zorva::cli::AddSpecialPagesCommands(app);
+  zorva::cli::AddType42Command(app);
   return Run(app, argc, argv);
 }
