@@ -18,16 +18,16 @@ void AddTablesCommand(CLI::App& app);
 // zorva pages parse
 void AddPagesCommands(CLI::App& app);
 
-// zorva watermarks list|show|defaults|remove
-void AddWatermarksCommands(CLI::App& app);
-
-// zorva jotf write|export
-void AddJotfCommands(CLI::App& app);
-
 // zorva special-pages list|summary|add-cover|add-insert|add-exception|remove
 void AddSpecialPagesCommands(CLI::App& app);
 
+// zorva watermarks list|show|defaults|remove
+void AddWatermarksCommands(CLI::App& app);
+
 // zorva type42 FONT [--name NAME] [-o FILE] [--split-large-tables]
 void AddType42Command(CLI::App& app);
+
+// zorva jotf write|export
+void AddJotfCommands(CLI::App& app);
 
 }  // namespace zorva::cli

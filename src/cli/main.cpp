@@ -106,9 +106,9 @@ int main(int argc, char** argv) {
   zorva::cli::AddTicketCommands(app);
   zorva::cli::AddTablesCommand(app);
   zorva::cli::AddPagesCommands(app);
-  zorva::cli::AddWatermarksCommands(app);
-  zorva::cli::AddJotfCommands(app);
   zorva::cli::AddSpecialPagesCommands(app);
+  zorva::cli::AddWatermarksCommands(app);
   zorva::cli::AddType42Command(app);
+  zorva::cli::AddJotfCommands(app);
   return Run(app, argc, argv);
 }
