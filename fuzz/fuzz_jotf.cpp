@@ -7,6 +7,7 @@
 // the finishing printer's repeated line, custom names cut at 30 bytes).
 #include <libxml/parser.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -16,6 +17,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/plist_io.h"
 #include "core/print_session.h"
@@ -31,203 +33,120 @@ using zorva::Array;
 using zorva::Dictionary;
 using zorva::Value;
 
-enum class Kind : std::uint8_t { Int, Bool, String, Real, Stock, Page, List, Dict };
+// A stock, a special page and the option groups are all plain dictionaries.
+enum class Kind : std::uint8_t { Int, Bool, String, Real, Dict, List };
+constexpr int kKinds = 6;
 
-struct KeyKind {
-  std::string_view key;
+// Keys of one kind, separated by blanks, each after the prefix.
+struct KeyGroup {
   Kind kind;
+  std::string_view keys;
+  std::string_view prefix = "";
 };
+using KeyTable = std::vector<std::pair<std::string, Kind>>;
 
-constexpr KeyKind kTopKeys[] = {
-    {"com.zorva.print.JobLevelStock", Kind::Stock},
-    {"com.zorva.print.SpecialPages.FrontCover", Kind::Page},
-    {"com.zorva.print.SpecialPages.BackCover", Kind::Page},
-    {"com.zorva.print.SpecialPages.InsertList", Kind::List},
-    {"com.zorva.print.SpecialPages.ExceptionList", Kind::List},
-    {"com.zorva.print.FinishingDuplex", Kind::Int},
-    {"com.apple.print.PrintSettings.PMDuplexing", Kind::Int},
-    {"com.zorva.print.FinishingOutputDestination", Kind::Int},
-    {"com.zorva.print.Resolution", Kind::Int},
-    {"com.zorva.print.OPISubsitution", Kind::Int},
-    {"com.zorva.print.OPIPrescan", Kind::Int},
-    {"com.zorva.print.Antialiasing", Kind::Int},
-    {"com.zorva.print.HalftoneScreen", Kind::Int},
-    {"com.zorva.print.LightenDarken", Kind::Int},
-    {"com.zorva.print.TonerSaver", Kind::Bool},
-    {"com.zorva.print.OutputOrder", Kind::Int},
-    {"com.zorva.print.TaltekEmulation", Kind::Int},
-    {"com.zorva.print.AdvancedRotateImage180", Kind::Int},
-    {"com.zorva.print.FinishingOutputColor", Kind::Int},
-    {"com.zorva.print.JobNotesMessage", Kind::String},
-    {"com.zorva.print.JobNotesRecipient", Kind::String},
-    {"com.zorva.print.JobNotesSheetMessage", Kind::String},
-    {"com.zorva.print.JobNotesAdditionalInfo", Kind::String},
-    {"com.zorva.print.JobNotesUseJobName", Kind::Bool},
-    {"com.zorva.print.JobNotesJobName", Kind::String},
-    {"com.zorva.print.JobNotesSenderName", Kind::String},
-    {"com.apple.print.JobInfo.PMJobName", Kind::String},
-    {"com.zorva.Act.jotf.On", Kind::Int},
-    {"com.zorva.Act.jotf.UID", Kind::String},
-    {"com.zorva.Act.jotf.AID", Kind::String},
-    {"com.zorva.print.PagesToPrintSelected", Kind::Int},
-    {"com.zorva.print.PagesToPrintFrom", Kind::Int},
-    {"com.zorva.print.PagesToPrintTo", Kind::Int},
-    {"com.zorva.print.FinishingOptions", Kind::Int},
-    {"com.zorva.print.FinishingZFoldValue", Kind::Int},
-    {"com.zorva.print.FinishingStaple1Value", Kind::Int},
-    {"com.zorva.print.FinishingStaple2Value", Kind::Int},
-    {"com.zorva.print.FinishingStapleCenterValue", Kind::Int},
-    {"com.zorva.print.FinishingHolePunchValue", Kind::Int},
-    {"com.zorva.print.FinishingHolePunchOptions", Kind::Int},
-    {"com.zorva.print.FinishingFoldValue", Kind::Int},
-    {"com.zorva.print.FinishingBindValue", Kind::Int},
-    {"com.zorva.print.BookletFoldStaple", Kind::Int},
-    {"com.zorva.print.FinishingSlipSheet", Kind::Int},
-    {"com.zorva.print.FinishingCustom", Kind::String},
-    {"com.zorva.print.FinishingOffset", Kind::Int},
-    {"com.zorva.print.FinishingOffsetEnableSubset", Kind::Int},
-    {"com.zorva.print.FinishingOffsetPagesPerSubset", Kind::Int},
-    {"com.zorva.print.JobType", Kind::Dict},
-    {"com.zorva.print.ImageShiftOptionsJob", Kind::Dict},
-    {"com.zorva.print.HighlightColorOptionsJob", Kind::Dict},
-    {"com.zorva.print.FullColorOptions", Kind::Dict},
-    {"com.zorva.print.BackgroundFormsOptions", Kind::Dict},
-    {"HiglightPrintingColor", Kind::Int},
+// The top-level keys the writer reads, by the kind a real ticket gives them.
+constexpr std::string_view kPrint = "com.zorva.print.";
+constexpr KeyGroup kTopGroups[] = {
+    {Kind::Int,
+     "FinishingDuplex FinishingOutputDestination Resolution OPISubsitution OPIPrescan "
+     "Antialiasing HalftoneScreen LightenDarken OutputOrder TaltekEmulation "
+     "AdvancedRotateImage180 FinishingOutputColor PagesToPrintSelected PagesToPrintFrom "
+     "PagesToPrintTo FinishingOptions FinishingZFoldValue FinishingStaple1Value "
+     "FinishingStaple2Value FinishingStapleCenterValue FinishingHolePunchValue "
+     "FinishingHolePunchOptions FinishingFoldValue FinishingBindValue BookletFoldStaple "
+     "FinishingSlipSheet FinishingOffset FinishingOffsetEnableSubset "
+     "FinishingOffsetPagesPerSubset",
+     kPrint},
+    {Kind::Int,
+     "com.apple.print.PrintSettings.PMDuplexing com.zorva.Act.jotf.On HiglightPrintingColor"},
+    {Kind::Bool, "TonerSaver JobNotesUseJobName", kPrint},
+    {Kind::String,
+     "JobNotesMessage JobNotesRecipient JobNotesSheetMessage JobNotesAdditionalInfo "
+     "JobNotesJobName JobNotesSenderName FinishingCustom",
+     kPrint},
+    {Kind::String,
+     "com.apple.print.JobInfo.PMJobName com.zorva.Act.jotf.UID com.zorva.Act.jotf.AID"},
+    {Kind::Dict,
+     "JobLevelStock SpecialPages.FrontCover SpecialPages.BackCover JobType ImageShiftOptionsJob "
+     "HighlightColorOptionsJob FullColorOptions BackgroundFormsOptions",
+     kPrint},
+    {Kind::List, "SpecialPages.InsertList SpecialPages.ExceptionList", kPrint},
 };
 
 // Keys of every dictionary below the top level, mixed: a stock, a special
 // page, image shift, full colour, job type, highlight colour, forms.
-constexpr KeyKind kNestedKeys[] = {
-    {"Size", Kind::Int},
-    {"Width", Kind::Int},
-    {"Length", Kind::Int},
-    {"Type", Kind::Int},
-    {"CustomType", Kind::String},
-    {"Modulus", Kind::Int},
-    {"Color", Kind::Int},
-    {"CustomColor", Kind::String},
-    {"Weight", Kind::Int},
-    {"Punched", Kind::Int},
-    {"Description", Kind::String},
-    {"SidesCoated", Kind::Int},
-    {"kCoatingType", Kind::Int},
-    {"Finish", Kind::Int},
-    {"kGrain", Kind::Int},
-    {"CustomName", Kind::String},
-    {"CustomNameOnly", Kind::Bool},
-    {"Source", Kind::Int},
-    {"Stock", Kind::Stock},
-    {"SidesImaged", Kind::Int},
-    {"Quantity", Kind::Int},
-    {"StartPage", Kind::Int},
-    {"EndPage", Kind::Int},
-    {"com.zorva.print.ImageShiftOptionsPage", Kind::Dict},
-    {"LightenDarken", Kind::Int},
-    {"FullColorOptionsPage", Kind::Dict},
-    {"Antialiasing", Kind::Int},
-    {"HalftoneScreen", Kind::Int},
-    {"OutputColor", Kind::Int},
-    {"Inches", Kind::Int},
-    {"X1", Kind::Real},
-    {"Y1", Kind::Int},
-    {"X2", Kind::Int},
-    {"Y2", Kind::Real},
-    {"FullPrecision", Kind::Bool},
-    {"FCLightness", Kind::Int},
-    {"FCContrast", Kind::Int},
-    {"FCSaturation", Kind::Int},
-    {"FCColorCast", Kind::Dict},
-    {"FCCyanRed", Kind::Int},
-    {"FCMagentaGreen", Kind::Int},
-    {"FCYellowBlue", Kind::Int},
-    {"FCTrapping", Kind::Int},
-    {"FCTrappingFastDirection", Kind::Int},
-    {"FCTrappingSlowDirection", Kind::Int},
-    {"FCBlackOverprint", Kind::Int},
-    {"FCTRC", Kind::String},
-    {"RGBImagesProfile", Kind::String},
-    {"RGBTextAndGraphicsProfile", Kind::Int},
-    {"CMYKImagesProfile", Kind::String},
-    {"CMYKTextAndGraphicsProfile", Kind::String},
-    {"GrayImagesProfile", Kind::String},
-    {"GrayTextAndGraphicsProfile", Kind::String},
-    {"DestinationProfile", Kind::String},
-    {"ImageRendering", Kind::Int},
-    {"TextRendering", Kind::Int},
-    {"GraphicRendering", Kind::Int},
-    {"JobType", Kind::Int},
-    {"SaveDisposition", Kind::Int},
-    {"MediaType", Kind::Int},
-    {"UseJobName", Kind::Bool},
-    {"SavedJobName", Kind::String},
-    {"SavedJobLocation", Kind::String},
-    {"HiglightPrintingColor", Kind::Int},
-    {"HighlightCustomColorIndex", Kind::Int},
-    {"HighlightCustomColor", Kind::Dict},
-    {"Red", Kind::Int},
-    {"Green", Kind::Int},
-    {"Blue", Kind::Int},
-    {"Hue", Kind::Int},
-    {"Saturation", Kind::Int},
-    {"Value", Kind::Int},
-    {"UseExistingForm", Kind::Int},
-    {"MergeWithString", Kind::String},
-    {"CyclePages", Kind::Int},
-    {"NewFormString", Kind::String},
+constexpr KeyGroup kNestedGroups[] = {
+    {Kind::Int,
+     "Size Width Length Type Modulus Color Weight Punched SidesCoated kCoatingType Finish kGrain "
+     "Source SidesImaged Quantity StartPage EndPage LightenDarken Antialiasing HalftoneScreen "
+     "OutputColor Inches Y1 X2 FCLightness FCContrast FCSaturation FCCyanRed FCMagentaGreen "
+     "FCYellowBlue FCTrapping FCTrappingFastDirection FCTrappingSlowDirection FCBlackOverprint "
+     "RGBTextAndGraphicsProfile ImageRendering TextRendering GraphicRendering JobType "
+     "SaveDisposition MediaType HiglightPrintingColor HighlightCustomColorIndex Red Green Blue "
+     "Hue Saturation Value UseExistingForm CyclePages"},
+    {Kind::Bool, "CustomNameOnly FullPrecision UseJobName"},
+    {Kind::String,
+     "CustomType CustomColor Description CustomName FCTRC RGBImagesProfile CMYKImagesProfile "
+     "CMYKTextAndGraphicsProfile GrayImagesProfile GrayTextAndGraphicsProfile "
+     "DestinationProfile SavedJobName SavedJobLocation MergeWithString NewFormString"},
+    {Kind::Real, "X1 Y2"},
+    {Kind::Dict,
+     "Stock com.zorva.print.ImageShiftOptionsPage FullColorOptionsPage FCColorCast "
+     "HighlightCustomColor"},
 };
+
+KeyTable Flatten(std::span<const KeyGroup> groups) {
+  KeyTable table;
+  for (const KeyGroup& g : groups) {
+    for (std::string_view rest = g.keys; !rest.empty();) {
+      const std::size_t end = std::min(rest.find(' '), rest.size());
+      table.emplace_back(std::string(g.prefix).append(rest.substr(0, end)), g.kind);
+      rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+  }
+  return table;
+}
+
+const KeyTable kTopKeys = Flatten(kTopGroups);
+const KeyTable kNestedKeys = Flatten(kNestedGroups);
 
 constexpr std::array<std::int32_t, 6> kSpecialInts = {zorva::kUnset, -1, 75, 82, 999, 2147483647};
 // Characters the clean strings are made of: the five XML specials, blanks and
 // letters, and characters of two, three and four bytes.
 constexpr std::array<std::string_view, 16> kAlphabet = {"&", "<", ">", "'", "\"", " ", "a",  "Z",
                                                         "0", ";", "#", "é", "ß",  "€", "日", "𝄞"};
+constexpr std::array<std::pair<double, double>, 4> kPages = {
+    {{612, 792}, {842, 595}, {595.276, 841.89}, {0, 0}}};
 
 class Recipe {
  public:
   explicit Recipe(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
 
-  std::uint8_t next() { return at_ < bytes_.size() ? bytes_[at_++] : 0; }
-  bool done() const { return at_ >= bytes_.size(); }
-
   Dictionary settings() {
-    Dictionary d;
-    d.set("com.zorva.print.JOTFOptions", Value(options()));
-    const int entries = next() % 24;
-    for (int i = 0; i < entries && !done(); ++i) {
-      const KeyKind& k = kTopKeys[next() % std::size(kTopKeys)];
-      d.set(k.key, value(pickKind(k.kind), 0));
-    }
+    const std::uint8_t b = next();
+    Dictionary options;
+    if (b & 1) options.set("JOTFOptionAll", Value(true));
+    if (b & 2) options.set("JOTFOptionCovers", Value(true));
+    if (b & 4) options.set("JOTFOptionInserts", Value(false));
+    if (b & 8) options.set("JOTFOptionExceptions", Value(1));
+    Dictionary d = dictionary(kTopKeys, 24, 0);
+    d.set("com.zorva.print.JOTFOptions", Value(std::move(options)));
     return d;
   }
 
   void setPageSize(zorva::PrintSession& session) {
     const std::uint8_t b = next();
-    session.pageFormat().clear();
     if (b % 4 == 0) return;
-    constexpr std::array<std::pair<double, double>, 4> kPages = {
-        {{612, 792}, {842, 595}, {595.276, 841.89}, {0, 0}}};
-    const auto& page = kPages[(b / 4) % kPages.size()];
-    session.pageFormat().setReal("Z", zorva::kPageFormatPaperWidthKey, page.first);
-    session.pageFormat().setReal("Z", zorva::kPageFormatPaperLengthKey, page.second);
+    const auto& [width, length] = kPages[(b / 4) % kPages.size()];
+    session.pageFormat().setReal("Z", zorva::kPageFormatPaperWidthKey, width);
+    session.pageFormat().setReal("Z", zorva::kPageFormatPaperLengthKey, length);
     session.pageFormat().setNumber("Z", zorva::kPageFormatOrientationKey, (b / 16) % 5);
   }
 
  private:
-  Dictionary options() {
-    const std::uint8_t b = next();
-    Dictionary o;
-    if (b & 1) o.set("JOTFOptionAll", Value(true));
-    if (b & 2) o.set("JOTFOptionCovers", Value(true));
-    if (b & 4) o.set("JOTFOptionInserts", Value(false));
-    if (b & 8) o.set("JOTFOptionExceptions", Value(1));
-    return o;
-  }
-
-  // Mostly the kind the key holds in a real ticket; sometimes any other.
-  Kind pickKind(Kind natural) {
-    const std::uint8_t b = next();
-    return b < 224 ? natural : static_cast<Kind>(b % 8);
-  }
+  std::uint8_t next() { return at_ < bytes_.size() ? bytes_[at_++] : 0; }
+  bool done() const { return at_ >= bytes_.size(); }
 
   std::int32_t integer() {
     const std::uint8_t b = next();
@@ -239,92 +158,59 @@ class Recipe {
     return static_cast<std::int32_t>(raw);
   }
 
-  // Clean text (the alphabet above) unless the first byte asks for raw bytes.
+  // Clean text (the alphabet above) unless the first byte asks for raw bytes;
+  // bit 0x40 makes clean text longer than the 30 bytes of a custom name.
   std::string text() {
     const std::uint8_t b = next();
-    const std::size_t length = b & 0x3F;
     std::string s;
-    for (std::size_t i = 0; i < length && !done(); ++i) {
-      const std::uint8_t c = next();
-      if (b & 0x80) {
-        s.push_back(static_cast<char>(c));
-      } else {
-        s.append(kAlphabet[c % kAlphabet.size()]);
-      }
+    for (int i = 0; i < (b & 0x3F) && !done(); ++i) {
+      const char c = static_cast<char>(next());
+      s.append(b & 0x80 ? std::string_view(&c, 1) : kAlphabet[std::uint8_t(c) % kAlphabet.size()]);
     }
-    if ((b & 0x40) && !(b & 0x80)) s.append(std::string(40, 'x'));  // longer than 30 bytes
+    if ((b & 0xC0) == 0x40) s.append(40, 'x');
     return s;
   }
 
-  Dictionary dictionary(int depth) {
+  // Up to maxEntries keys of the table; a key mostly holds its natural kind.
+  Dictionary dictionary(const KeyTable& keys, int maxEntries, int depth) {
     Dictionary d;
-    const int entries = next() % 12;
+    const int entries = next() % maxEntries;
     for (int i = 0; i < entries && !done(); ++i) {
-      const KeyKind& k = kNestedKeys[next() % std::size(kNestedKeys)];
-      d.set(k.key, value(pickKind(k.kind), depth + 1));
+      const auto& [key, natural] = keys[next() % keys.size()];
+      const std::uint8_t b = next();
+      d.set(key, value(b < 224 ? natural : static_cast<Kind>(b % kKinds), depth + 1));
     }
     return d;
   }
 
   Value value(Kind kind, int depth) {
-    if (depth > 3 && kind >= Kind::Stock) kind = Kind::Int;
-    switch (kind) {
-      case Kind::Int:
-        return Value(integer());
-      case Kind::Bool:
-        return Value((next() & 1) != 0);
-      case Kind::String:
-        return Value(text());
-      case Kind::Real:
-        return Value(static_cast<double>(integer()) / 4.0);
-      case Kind::Stock:
-      case Kind::Page:
-      case Kind::Dict:
-        return Value(dictionary(depth));
-      case Kind::List: {
-        Array list;
-        const int n = next() % 5;
-        for (int i = 0; i < n && !done(); ++i) list.push_back(Value(dictionary(depth)));
-        return Value(std::move(list));
-      }
+    if (depth > 3 && kind >= Kind::Dict) kind = Kind::Int;
+    if (kind == Kind::Int) return Value(integer());
+    if (kind == Kind::Bool) return Value((next() & 1) != 0);
+    if (kind == Kind::String) return Value(text());
+    if (kind == Kind::Real) return Value(integer() / 4.0);
+    if (kind == Kind::Dict) return Value(dictionary(kNestedKeys, 12, depth));
+    Array list;
+    for (int i = next() % 5; i > 0 && !done(); --i) {
+      list.push_back(Value(dictionary(kNestedKeys, 12, depth)));
     }
-    return Value();
+    return Value(std::move(list));
   }
 
   std::span<const std::uint8_t> bytes_;
   std::size_t at_ = 0;
 };
 
-// Every string value in the tree is text XML allows.
-bool AllStringsAreXmlText(const Value& v) {
-  if (const std::string* s = v.string()) return zorva::IsXmlText(*s);
-  if (const Dictionary* d = v.dictionary()) {
-    for (const auto& [key, item] : *d) {
-      if (!AllStringsAreXmlText(item)) return false;
-    }
-  }
-  if (const Array* a = v.array()) {
-    for (const Value& item : *a) {
-      if (!AllStringsAreXmlText(item)) return false;
-    }
-  }
-  return true;
-}
-
-// Custom type and colour names whose escaped form is longer than the 30 bytes
-// the media record keeps would be cut, maybe inside an entity or a character.
-void DropLongCustomNames(Value& v) {
+// Calls fn on every string value in the tree and every dictionary in it.
+template <class S, class D>
+void Walk(Value& v, S&& onString, D&& onDictionary) {
+  if (const std::string* s = v.string()) onString(*s);
   if (Dictionary* d = v.dictionary()) {
-    for (std::string_view key : {"CustomType", "CustomColor"}) {
-      const std::string* s = d->getString(key);
-      if (s && zorva::XMLCreateStringByEscapingEntities(*s).size() > zorva::kMediaNameBytes) {
-        d->erase(key);
-      }
-    }
-    for (auto& [key, item] : *d) DropLongCustomNames(item);
+    onDictionary(*d);
+    for (auto& [key, item] : *d) Walk(item, onString, onDictionary);
   }
   if (Array* a = v.array()) {
-    for (Value& item : *a) DropLongCustomNames(item);
+    for (Value& item : *a) Walk(item, onString, onDictionary);
   }
 }
 
@@ -347,11 +233,23 @@ bool FinishingRepeatsALine(const Dictionary& settings) {
   return false;
 }
 
+// Takes the quirks out: accounting, a repeating finishing line, and custom
+// type and colour names whose escaped form would be cut at 30 bytes (maybe
+// inside an entity or a character); then the document must parse.
 void CheckWellFormed(Dictionary settings) {
   settings.erase("com.zorva.Act.jotf.On");
   if (FinishingRepeatsALine(settings)) settings.erase("com.zorva.print.FinishingOptions");
   Value root(std::move(settings));
-  DropLongCustomNames(root);
+  Walk(
+      root, [](const std::string&) {},
+      [](Dictionary& d) {
+        for (std::string_view key : {"CustomType", "CustomColor"}) {
+          const std::string* s = d.getString(key);
+          if (s && zorva::XMLCreateStringByEscapingEntities(*s).size() > zorva::kMediaNameBytes) {
+            d.erase(key);
+          }
+        }
+      });
   const std::string text = zorva::JOTFDocumentText(*root.dictionary());
   if (text.empty()) return;
   xmlDocPtr doc = xmlReadMemory(text.data(), static_cast<int>(text.size()), "jotf.xml", nullptr,
@@ -382,6 +280,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::optional<Dictionary> settings = Decode(std::span(data, size), session);
   if (!settings) return 0;
   zorva::JOTFDocumentText(*settings);
-  if (AllStringsAreXmlText(Value(*settings))) CheckWellFormed(std::move(*settings));
+  Value root(std::move(*settings));
+  bool xmlText = true;
+  Walk(
+      root, [&](const std::string& s) { xmlText = xmlText && zorva::IsXmlText(s); },
+      [](Dictionary&) {});
+  if (xmlText) CheckWellFormed(std::move(*root.dictionary()));
   return 0;
 }

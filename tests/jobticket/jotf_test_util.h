@@ -34,18 +34,16 @@ std::string Captured(F&& fn) {
   return text;
 }
 
-// A sink that records every call: the text and the length it was given.
+// A sink that records the text of every call.
 struct RecordingSink {
-  std::vector<std::pair<std::string, int>> calls;
-  JotfSink sink{this, &Record};
-
-  static int Record(void* handle, const char* text, int length) {
-    static_cast<RecordingSink*>(handle)->calls.emplace_back(text, length);
-    return 0;
-  }
+  std::vector<std::string> calls;
+  JotfSink sink{this, [](void* handle, const char* text, int) {
+                  static_cast<RecordingSink*>(handle)->calls.emplace_back(text);
+                  return 0;
+                }};
   std::string text() const {
     std::string all;
-    for (const auto& call : calls) all += call.first;
+    for (const std::string& call : calls) all += call;
     return all;
   }
 };
