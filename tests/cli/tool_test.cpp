@@ -16,16 +16,28 @@ namespace zorva::test {
 namespace {
 
 TEST(Tool, HelpOnEveryCommandAndTheVersion) {
-  const std::vector<std::vector<std::string>> commands = {{},
-                                                          {"ticket", "show"},
-                                                          {"ticket", "get"},
-                                                          {"ticket", "set"},
-                                                          {"ticket", "remove"},
-                                                          {"tables"},
-                                                          {"watermarks", "list"},
-                                                          {"watermarks", "show"},
-                                                          {"watermarks", "defaults"},
-                                                          {"watermarks", "remove"}};
+  // Every command group and every command of the tool.
+  const std::vector<std::vector<std::string>> commands = {
+      {},
+      {"ticket", "show"},
+      {"ticket", "get"},
+      {"ticket", "set"},
+      {"ticket", "remove"},
+      {"tables"},
+      {"pages", "parse"},
+      {"special-pages", "list"},
+      {"special-pages", "summary"},
+      {"special-pages", "add-cover"},
+      {"special-pages", "add-insert"},
+      {"special-pages", "add-exception"},
+      {"special-pages", "remove"},
+      {"watermarks", "list"},
+      {"watermarks", "show"},
+      {"watermarks", "defaults"},
+      {"watermarks", "remove"},
+      {"type42"},
+      {"jotf", "write"},
+      {"jotf", "export"}};
   for (std::vector<std::string> argv : commands) {
     std::string usage = "Usage: zorva";
     for (const std::string& word : argv) usage += " " + word;
