@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Compares `zorva type42` with ttftotype42 (Debian lcdf-typetools) on the same
-# fonts in one run. Each tool converts each font RUNS times, writing through
-# standard output to a file. Reported for each tool:
+# Compares zorva-type42 (the stand-alone converter scripts use) and, for
+# reference, `zorva type42` with ttftotype42 (Debian lcdf-typetools) on the
+# same fonts in one run. Each tool converts each font RUNS times, writing
+# through standard output to a file. Reported for each tool:
 #   MB/S      input font bytes per second of wall time, start-up included
 #   CPU-MB/S  the same per second of CPU time (user + system) of the tool's
 #             process, which a busy machine disturbs less (the loop's own cost,
@@ -10,14 +11,16 @@
 #             CPU time of `--version`), i.e. the conversion itself
 #   PEAK/OUT  peak resident memory over the size of the program written;
 #             NET/OUT takes off the tool's idle peak (`--version`) first
-# RATIO columns are zorva's figure over ttftotype42's. Targets: zorva at
-# least 3x the other's throughput and peak memory under 3x its output; the
-# verdict line of each font says which measures meet them. Exit status 1 when
-# a whole-tool (wall-time or total-memory) target is missed.
+# The ratio line of each font gives each zorva program's figures over
+# ttftotype42's. Targets (for zorva-type42): at least 3x the other's
+# throughput and peak memory under 3x its output; the verdict says which
+# measures meet them. Exit status 1 when a whole-tool (wall-time or
+# total-memory) target of zorva-type42 is missed.
 #
-# Usage: bench/type42_vs_ttftotype42.sh [-n RUNS] [ZORVA]
-#   RUNS   conversions per tool and font (default 20)
-#   ZORVA  the tool to measure (default build/zorva; use an optimised build)
+# Usage: bench/type42_vs_ttftotype42.sh [-n RUNS] [ZORVA [ZORVA_TYPE42]]
+#   RUNS          conversions per tool and font (default 20)
+#   ZORVA         the full tool (default build/zorva; use an optimised build)
+#   ZORVA_TYPE42  the stand-alone converter (default: zorva-type42 beside ZORVA)
 set -euo pipefail
 
 usage() {
@@ -33,11 +36,12 @@ while getopts "n:h" opt; do
   esac
 done
 shift $((OPTIND - 1))
-[ $# -le 1 ] || usage
+[ $# -le 2 ] || usage
 [[ "$runs" =~ ^[1-9][0-9]*$ ]] || usage
 zorva=${1:-build/zorva}
+lean=${2:-$(dirname "$zorva")/zorva-type42}
 
-for tool in "$zorva" ttftotype42 /usr/bin/time; do
+for tool in "$lean" "$zorva" ttftotype42 /usr/bin/time; do
   if ! command -v "$tool" >/dev/null; then
     echo "type42 bench: $tool not found (ttftotype42: apt-get install lcdf-typetools;" \
       "/usr/bin/time: apt-get install time)" >&2
@@ -71,8 +75,10 @@ peak_bytes() {
 }
 
 read -r _ harness_cpu < <(time_runs /bin/true)
+read -r _ lean_idle_cpu < <(time_runs "$lean" --version)
 read -r _ ours_idle_cpu < <(time_runs "$zorva" --version)
 read -r _ theirs_idle_cpu < <(time_runs ttftotype42 --version)
+lean_idle_peak=$(peak_bytes "$lean" --version)
 ours_idle_peak=$(peak_bytes "$zorva" --version)
 theirs_idle_peak=$(peak_bytes ttftotype42 --version)
 
@@ -87,12 +93,14 @@ for entry in "${cases[@]}"; do
   fi
   size=$(stat -c %s "$font")
   # shellcheck disable=SC2206 # options is empty or one flag
+  lean_cmd=("$lean" $options "$font")
+  # shellcheck disable=SC2206
   ours=("$zorva" type42 $options "$font")
   theirs=(ttftotype42 "$font")
 
   declare -A fig=()
-  for who in ours theirs; do
-    declare -n cmd=$who
+  for who in lean ours theirs; do
+    if [ "$who" = lean ]; then declare -n cmd=lean_cmd; else declare -n cmd=$who; fi
     "${cmd[@]}" >"$work/$who.t42" 2>/dev/null || true
     out=$(stat -c %s "$work/$who.t42")
     read -r wall cpu < <(time_runs "${cmd[@]}")
@@ -107,16 +115,22 @@ for entry in "${cases[@]}"; do
           s * n / net / 1e6, o / 1e6, p / o, (p - ip) / o }')
     unset -n cmd
   done
-  row "$label" zorva "${fig[ours.rate]}" "${fig[ours.cpu]}" "${fig[ours.net]}" \
+  row "$label" zorva-type42 "${fig[lean.rate]}" "${fig[lean.cpu]}" "${fig[lean.net]}" \
+    "${fig[lean.out]}" "${fig[lean.mem]}" "${fig[lean.netmem]}"
+  row "" "zorva type42" "${fig[ours.rate]}" "${fig[ours.cpu]}" "${fig[ours.net]}" \
     "${fig[ours.out]}" "${fig[ours.mem]}" "${fig[ours.netmem]}"
   row "" ttftotype42 "${fig[theirs.rate]}" "${fig[theirs.cpu]}" "${fig[theirs.net]}" \
     "${fig[theirs.out]}" "${fig[theirs.mem]}" "${fig[theirs.netmem]}"
-  verdict=$(awk -v a="${fig[ours.rate]}" -v b="${fig[theirs.rate]}" \
-    -v ca="${fig[ours.cpu]}" -v cb="${fig[theirs.cpu]}" \
-    -v na="${fig[ours.net]}" -v nb="${fig[theirs.net]}" \
-    -v m="${fig[ours.mem]}" -v nm="${fig[ours.netmem]}" 'BEGIN {
-      printf "ratio wall %.2fx, cpu %.2fx, net %.2fx; memory %s, net %s; ", a / b, ca / cb,
-        na / nb, m < 3 ? "met" : "MISSED", nm < 3 ? "met" : "MISSED"
+  echo "  $(awk -v a="${fig[ours.rate]}" -v b="${fig[theirs.rate]}" -v ca="${fig[ours.cpu]}" \
+    -v cb="${fig[theirs.cpu]}" -v m="${fig[ours.mem]}" 'BEGIN {
+      printf "zorva type42 (reference): ratio wall %.2fx, cpu %.2fx; memory %.2fx output\n",
+        a / b, ca / cb, m }')"
+  verdict=$(awk -v a="${fig[lean.rate]}" -v b="${fig[theirs.rate]}" \
+    -v ca="${fig[lean.cpu]}" -v cb="${fig[theirs.cpu]}" \
+    -v na="${fig[lean.net]}" -v nb="${fig[theirs.net]}" \
+    -v m="${fig[lean.mem]}" -v nm="${fig[lean.netmem]}" 'BEGIN {
+      printf "zorva-type42: ratio wall %.2fx, cpu %.2fx, net %.2fx; memory %s, net %s; ", a / b,
+        ca / cb, na / nb, m < 3 ? "met" : "MISSED", nm < 3 ? "met" : "MISSED"
       printf "%s\n", (a / b >= 3 && m < 3) ? "whole-tool targets met" : "whole-tool targets MISSED" }')
   echo "  $verdict"
   [[ "$verdict" == *"whole-tool targets met"* ]] || failed=1
