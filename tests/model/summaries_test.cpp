@@ -26,9 +26,11 @@ TEST_F(Summaries, PageWithNothingSetIsEmpty) {
   EXPECT_EQ(CopySpecialPageSummary(nullptr, b_), "");
   EXPECT_EQ(CreateImageShiftAttributesDescription(b_, &exception.imageShift()), "");
   EXPECT_EQ(CreateStockSummary(Stock(), b_, ", "), "");
-  // Covers and inserts always say their sides and quantity.
+  // Covers and inserts always say their sides and quantity, even without a bundle.
   const Cover cover;
+  const Insert insert;
   EXPECT_EQ(CopySpecialPageSummary(&cover, b_), "Blank (Print on Neither Side)");
+  EXPECT_EQ(CopySpecialPageSummary(&insert, nullptr), "STRING NOT FOUND [1]");
 }
 
 TEST_F(Summaries, StockAttributesInOrder) {
@@ -67,28 +69,20 @@ TEST_F(Summaries, SourceTenShowsOnlyNameClassAndInserter) {
   EXPECT_EQ(CopySpecialPageSummary(&cover, b_), "Paper Name: Tab; Print on Front");
 }
 
-TEST_F(Summaries, WeightFromTableOrInGrams) {
+// Weight from the table or in grams, coating, and codes without a row left out.
+TEST_F(Summaries, StockItems) {
   Stock s;
   s.setWeight(60);
   EXPECT_EQ(CreateStockSummary(s, b_, ", "), "60 gsm (16 lb Bond)");
   s.setWeight(113);
   EXPECT_EQ(CreateStockSummary(s, b_, ", "), "Weight: 113 gsm");
-}
-
-TEST_F(Summaries, CoatingText) {
-  Stock s;
+  s = Stock();
   s.setSidesCoated(1);
   EXPECT_EQ(CreateStockSummary(s, b_, ", "), "Uncoated");
   s.setSidesCoated(2);
   s.setCoatingType(5);
-  EXPECT_EQ(CreateStockSummary(s, b_, ", "),
-            "Coating: " + std::string(b_->localizedString("CoatingMatte")) + " - Front Side");
-  s.setCoatingType(99);  // no row: the item goes
-  EXPECT_EQ(CreateStockSummary(s, b_, ", "), "");
-}
-
-TEST_F(Summaries, CodesWithoutARowAreLeftOut) {
-  Stock s;
+  EXPECT_EQ(CreateStockSummary(s, b_, ", "), "Coating: Matte - Front Side");
+  s.setCoatingType(99);
   s.setColor(77);
   s.setGrain(9);
   s.setFinish(0);
@@ -142,26 +136,19 @@ TEST_F(Summaries, ExceptionItems) {
   EXPECT_TRUE(CreateExceptionAttributesDescription(b_, &page).starts_with("Pages: 3;  "));
 }
 
-TEST_F(Summaries, ImageShiftModeWithoutARowIsLeftOut) {
+TEST_F(Summaries, DescriptionsOfTheDialogs) {
   ImageShiftOptions o;
   o.setTwoSidedMode(1);
   EXPECT_EQ(CreateImageShiftAttributesDescription(b_, &o), "Image Shift: No Shift");
-  o.setTwoSidedMode(7);
+  o.setTwoSidedMode(7);  // no row: left out
   EXPECT_EQ(CreateImageShiftAttributesDescription(b_, &o), "");
-}
-
-TEST_F(Summaries, InsertDescriptionUsesCommasAndTwoBlanks) {
+  // Inserts: commas between stock items, two blanks after the semicolon.
   Insert insert;
   insert.setQuantity(4);
   EXPECT_EQ(CreateInsertAttributesDescription(b_, &insert), "Quantity: 4");
   insert.stock()->setColor(2);
   insert.stock()->setWeight(113);
   EXPECT_EQ(CreateInsertAttributesDescription(b_, &insert), "Quantity: 4;  Blue, Weight: 113 gsm");
-}
-
-TEST_F(Summaries, MissingBundleShowsTheFallback) {
-  Insert insert;
-  EXPECT_EQ(CopySpecialPageSummary(&insert, nullptr), "STRING NOT FOUND [1]");
 }
 
 TEST_F(Summaries, PanelRowsInOrder) {
