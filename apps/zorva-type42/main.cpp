@@ -31,14 +31,7 @@ constexpr const char* kHelp =
     "  --name NAME                 Font name in the program (default: the font's PostScript name)\n"
     "  -o,--output FILE            Write the program to this file (default: stdout)\n"
     "  --split-large-tables        Cut tables larger than 65534 bytes on 4-byte boundaries so\n"
-    "                              the program is always complete\n\n"
-    "The program carries the whole font as hexadecimal strings of at most 65534 bytes,\n"
-    "split at table and glyph boundaries. NAME defaults to the font's PostScript name\n"
-    "(or the file name when the font has none).\n\n"
-    "Exit status: 0 complete program; 1 unreadable or malformed font, or the output\n"
-    "cannot be written; 2 usage error; 3 the program was written but stops early\n"
-    "because a table is larger than 65534 bytes and has no split point (the message\n"
-    "names it; --split-large-tables avoids this).\n\n"
+    "                              the program is always complete\n\n" ZORVA_TYPE42_NOTES
     "Examples:\n  zorva-type42 DejaVuSans.ttf -o DejaVuSans.t42\n"
     "  for f in *.ttf; do zorva-type42 \"$f\" -o \"${f%.ttf}.t42\"; done\n";
 

@@ -21,16 +21,9 @@ void AddType42Command(CLI::App& app) {
   cmd->add_flag("--split-large-tables", args->splitLargeTables,
                 "Cut tables larger than 65534 bytes on 4-byte boundaries so the program is "
                 "always complete");
-  cmd->footer(
-      "The program carries the whole font as hexadecimal strings of at most 65534 bytes,\n"
-      "split at table and glyph boundaries. NAME defaults to the font's PostScript name\n"
-      "(or the file name when the font has none).\n\n"
-      "Exit status: 0 complete program; 1 unreadable or malformed font, or the output\n"
-      "cannot be written; 2 usage error; 3 the program was written but stops early\n"
-      "because a table is larger than 65534 bytes and has no split point (the message\n"
-      "names it; --split-large-tables avoids this).\n\n"
-      "Examples:\n  zorva type42 DejaVuSans.ttf -o DejaVuSans.t42\n"
-      "  zorva type42 --split-large-tables --name Watermark Font.ttf > Watermark.t42");
+  cmd->footer(ZORVA_TYPE42_NOTES
+              "Examples:\n  zorva type42 DejaVuSans.ttf -o DejaVuSans.t42\n"
+              "  zorva type42 --split-large-tables --name Watermark Font.ttf > Watermark.t42");
   cmd->callback([args, nameOption] {
     try {
       if (nameOption->count() > 0) CheckType42Name(args->name, Shown);

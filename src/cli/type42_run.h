@@ -9,6 +9,17 @@
 #include <string>
 #include <string_view>
 
+// What both front ends' help says after the options (a macro so each can
+// join it to its own text at compile time).
+#define ZORVA_TYPE42_NOTES                                                              \
+  "The program carries the whole font as hexadecimal strings of at most 65534 bytes,\n" \
+  "split at table and glyph boundaries. NAME defaults to the font's PostScript name\n"  \
+  "(or the file name when the font has none).\n\n"                                      \
+  "Exit status: 0 complete program; 1 unreadable or malformed font, or the output\n"    \
+  "cannot be written; 2 usage error; 3 the program was written but stops early\n"       \
+  "because a table is larger than 65534 bytes and has no split point (the message\n"    \
+  "names it; --split-large-tables avoids this).\n\n"
+
 namespace zorva {
 
 inline constexpr int kType42ExitFailure = 1;  // unreadable or malformed font, unwritable output
