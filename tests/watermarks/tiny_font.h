@@ -4,6 +4,7 @@
 // filler: only its offsets matter to the converter.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -36,10 +37,8 @@ struct FontTable {
 };
 
 struct FontSpec {
-  std::uint32_t version = 0x00010000;
   std::uint32_t revision = 0x00018000;  // 1.5
   std::uint32_t magic = 0x5F0F3CF5;
-  std::uint16_t unitsPerEm = 2048;
   std::int16_t bbox[4] = {-100, -512, 2100, 1900};
   bool longLoca = false;
   std::uint32_t postFormat = 0x00020000;
@@ -57,17 +56,16 @@ struct FontSpec {
 struct BuiltFont {
   Bytes bytes;
   std::map<std::string, std::uint32_t> offsets;
-  std::map<std::string, std::uint32_t> lengths;
 };
 
 inline Bytes HeadTable(const FontSpec& s) {
   Bytes b;
-  Put32(b, s.version);
+  Put32(b, 0x00010000);
   Put32(b, s.revision);
   Put32(b, 0);  // checksum adjustment
   Put32(b, s.magic);
-  Put16(b, 0);  // flags
-  Put16(b, s.unitsPerEm);
+  Put16(b, 0);                 // flags
+  Put16(b, 2048);              // units per em
   b.resize(b.size() + 16, 0);  // created, modified
   for (std::int16_t v : s.bbox) Put16(b, static_cast<std::uint16_t>(v));
   Put16(b, 0);  // mac style
@@ -138,19 +136,15 @@ inline std::vector<FontTable> StandardTables(const FontSpec& s) {
 }
 
 inline BuiltFont BuildFont(const FontSpec& s) {
-  std::vector<FontTable> tables;
-  for (FontTable& t : StandardTables(s)) {
-    bool omitted = false;
-    for (const std::string& tag : s.omit) omitted = omitted || tag == t.tag;
-    if (!omitted) tables.push_back(std::move(t));
-  }
+  std::vector<FontTable> tables = StandardTables(s);
+  std::erase_if(tables, [&](const FontTable& t) {
+    return std::find(s.omit.begin(), s.omit.end(), t.tag) != s.omit.end();
+  });
   BuiltFont font;
   Bytes& b = font.bytes;
   Put32(b, 0x00010000);
-  Put16(b, static_cast<std::uint32_t>(tables.size()));
-  Put16(b, 0);
-  Put16(b, 0);
-  Put16(b, 0);
+  Put32(b, static_cast<std::uint32_t>(tables.size()) << 16);  // then the search fields
+  Put32(b, 0);
   std::uint32_t offset = static_cast<std::uint32_t>(12 + 16 * tables.size());
   for (const FontTable& t : tables) {
     b.insert(b.end(), t.tag.begin(), t.tag.end());
@@ -158,7 +152,6 @@ inline BuiltFont BuildFont(const FontSpec& s) {
     Put32(b, offset);
     Put32(b, static_cast<std::uint32_t>(t.data.size()));
     font.offsets[t.tag] = offset;
-    font.lengths[t.tag] = static_cast<std::uint32_t>(t.data.size());
     offset += static_cast<std::uint32_t>((t.data.size() + 3) / 4 * 4);
   }
   for (const FontTable& t : tables) {
