@@ -6,7 +6,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -46,17 +45,6 @@ ScopedEnv::~ScopedEnv() {
   }
 }
 
-namespace {
-
-[[maybe_unused]] std::string Drain(int fd) {
-  std::string s;
-  std::array<char, 4096> buf{};
-  ssize_t n;
-  while ((n = read(fd, buf.data(), buf.size())) > 0) s.append(buf.data(), static_cast<size_t>(n));
-  return s;
-}
-
-}  // namespace
 
 ToolResult RunProgram(const std::string& program, const std::vector<std::string>& args) {
   TempDir scratch;
