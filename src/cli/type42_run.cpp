@@ -95,7 +95,7 @@ Type42Result Convert(std::span<const std::uint8_t> font, const Type42Job& job,
   options.splitLargeTables = job.splitLargeTables;
   if (!job.output.empty()) {
     std::string program;
-    const Type42Result result = convertTTFtoPS42(font, name, program, options, nullptr);
+    Type42Result result = convertTTFtoPS42(font, name, program, options, nullptr);
     if (result.status == Type42Status::kMalformed) return result;
     if (const int err = WriteFileAtomically(job.output, program); err != 0) {
       Fail(kType42ExitFailure,

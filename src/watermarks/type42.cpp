@@ -461,7 +461,7 @@ class ProgramOut {
   std::string& text() { return buffer_; }
   void Reserve(std::uint64_t bound) {
     // A sink's buffer holds at most a chunk plus one whole sfnts string.
-    if (sink_) bound = std::min<std::uint64_t>(bound, kChunk + 3 * kMaxSfntsString);
+    if (sink_) bound = std::min<std::uint64_t>(bound, kChunk + 3 * std::uint64_t{kMaxSfntsString});
     buffer_.reserve(buffer_.size() + bound);
   }
   void Flush(bool force = false) {
