@@ -4,7 +4,11 @@
 
 namespace zorva {
 
-bool RunningOn104OrLater() { return true; }
-bool RunningOn105OrLater() { return true; }
+bool RunningOn104OrLater() {
+  return true;
+}
+bool RunningOn105OrLater() {
+  return true;
+}
 
 }  // namespace zorva

@@ -17,27 +17,26 @@ namespace {
 
 TEST(Tool, HelpOnEveryCommandAndTheVersion) {
   // Every command group and every command of the tool.
-  const std::vector<std::vector<std::string>> commands = {
-      {},
-      {"ticket", "show"},
-      {"ticket", "get"},
-      {"ticket", "set"},
-      {"ticket", "remove"},
-      {"tables"},
-      {"pages", "parse"},
-      {"special-pages", "list"},
-      {"special-pages", "summary"},
-      {"special-pages", "add-cover"},
-      {"special-pages", "add-insert"},
-      {"special-pages", "add-exception"},
-      {"special-pages", "remove"},
-      {"watermarks", "list"},
-      {"watermarks", "show"},
-      {"watermarks", "defaults"},
-      {"watermarks", "remove"},
-      {"type42"},
-      {"jotf", "write"},
-      {"jotf", "export"}};
+  const std::vector<std::vector<std::string>> commands = {{},
+                                                          {"ticket", "show"},
+                                                          {"ticket", "get"},
+                                                          {"ticket", "set"},
+                                                          {"ticket", "remove"},
+                                                          {"tables"},
+                                                          {"pages", "parse"},
+                                                          {"special-pages", "list"},
+                                                          {"special-pages", "summary"},
+                                                          {"special-pages", "add-cover"},
+                                                          {"special-pages", "add-insert"},
+                                                          {"special-pages", "add-exception"},
+                                                          {"special-pages", "remove"},
+                                                          {"watermarks", "list"},
+                                                          {"watermarks", "show"},
+                                                          {"watermarks", "defaults"},
+                                                          {"watermarks", "remove"},
+                                                          {"type42"},
+                                                          {"jotf", "write"},
+                                                          {"jotf", "export"}};
   for (std::vector<std::string> argv : commands) {
     std::string usage = "Usage: zorva";
     for (const std::string& word : argv) usage += " " + word;

@@ -45,7 +45,6 @@ ScopedEnv::~ScopedEnv() {
   }
 }
 
-
 ToolResult RunProgram(const std::string& program, const std::vector<std::string>& args) {
   TempDir scratch;
   std::string outPath = (scratch.path() / "out").string();
