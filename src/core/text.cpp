@@ -76,6 +76,24 @@ bool IsValidUtf8(std::string_view text) {
   return true;
 }
 
+std::string ReplaceIllFormedUtf8(std::string_view text) {
+  if (IsValidUtf8(text)) return std::string(text);
+  std::string out;
+  out.reserve(text.size() + 8);
+  int32_t i = 0;
+  const int32_t n = Length32(text);
+  while (i < n) {
+    const int32_t start = i;
+    if (NextCodePoint(text, i) < 0) {
+      out += "\xEF\xBF\xBD";
+      i = start + 1;  // one replacement per byte, then look again
+    } else {
+      out.append(text.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(i - start)));
+    }
+  }
+  return out;
+}
+
 namespace {
 
 bool IsXmlChar(UChar32 c) {

@@ -26,6 +26,10 @@ std::string_view TruncateUtf16(std::string_view utf8, std::size_t maxUnits);
 // True when the text is well-formed UTF-8.
 bool IsValidUtf8(std::string_view text);
 
+// The text with each byte that is not part of a well-formed UTF-8 sequence
+// replaced by U+FFFD (one per byte), what converting platform text yields.
+std::string ReplaceIllFormedUtf8(std::string_view text);
+
 // True when text is well-formed UTF-8 made only of characters XML 1.0 allows.
 bool IsXmlText(std::string_view text);
 

@@ -32,6 +32,13 @@ TEST(Text, TruncateNeverSplitsACharacter) {
   EXPECT_EQ(TruncateUtf16("abc\xF0\x9F\x98\x80", 5), "abc\xF0\x9F\x98\x80");
   EXPECT_EQ(TruncateUtf16("\xC3\xA9\xC3\xA9", 1), "\xC3\xA9");
   EXPECT_TRUE(IsValidUtf8("\xC3\xA9"));
+  // One replacement per byte that is not part of a well-formed sequence:
+  // a cut-short sequence, a surrogate, an overlong form.
+  const std::string r = "\xEF\xBF\xBD";
+  EXPECT_EQ(ReplaceIllFormedUtf8("a\xE2\x82"), "a" + r + r);
+  EXPECT_EQ(ReplaceIllFormedUtf8("\xED\xA0\x80z"), r + r + r + "z");
+  EXPECT_EQ(ReplaceIllFormedUtf8("\xC0\xAF\xF0\x9F\x98\x80"), r + r + "\xF0\x9F\x98\x80");
+  EXPECT_EQ(ReplaceIllFormedUtf8(std::string_view("\0\xC3\xA9", 3)), std::string("\0\xC3\xA9", 3));
   EXPECT_TRUE(IsXmlText("tab\tok \xC3\xA9"));
   EXPECT_FALSE(IsXmlText("\xEF\xBF\xBF"));  // U+FFFF
   EXPECT_EQ(ToXmlText("a\x01\xEF\xBF\xBE\xFFz"), "a\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBDz");
