@@ -15,12 +15,6 @@
 namespace zorva::test {
 namespace {
 
-std::string WriteFont(const std::filesystem::path& path, const FontSpec& spec) {
-  const Bytes bytes = BuildFont(spec).bytes;
-  WriteText(path, std::string(bytes.begin(), bytes.end()));
-  return path.string();
-}
-
 TEST(Type42Command, WritesTheProgramToStandardOutputOrAFile) {
   TempDir dir;
   const std::string font = WriteFont(dir / "tiny.ttf", FontSpec{});

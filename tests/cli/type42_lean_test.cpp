@@ -11,12 +11,6 @@
 namespace zorva::test {
 namespace {
 
-std::string WriteFont(const std::filesystem::path& path, const FontSpec& spec) {
-  const Bytes bytes = BuildFont(spec).bytes;
-  WriteText(path, std::string(bytes.begin(), bytes.end()));
-  return path.string();
-}
-
 TEST(Type42Lean, SameProgramAndExitStatusAsTheTool) {
   TempDir dir;
   FontSpec big;  // a table past the string limit with nothing to split it at

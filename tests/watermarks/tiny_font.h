@@ -6,9 +6,12 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
+
+#include "support/test_support.h"
 
 namespace zorva::test {
 
@@ -159,6 +162,13 @@ inline BuiltFont BuildFont(const FontSpec& s) {
     b.resize((b.size() + 3) / 4 * 4, 0);
   }
   return font;
+}
+
+// Builds the font and writes it to path, for tests that run the tools on it.
+inline std::string WriteFont(const std::filesystem::path& path, const FontSpec& spec) {
+  const Bytes bytes = BuildFont(spec).bytes;
+  WriteText(path, std::string(bytes.begin(), bytes.end()));
+  return path.string();
 }
 
 }  // namespace zorva::test
