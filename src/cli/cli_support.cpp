@@ -54,7 +54,7 @@ std::string Shown(std::string_view text) {
 Ticket LoadTicketFile(const std::filesystem::path& path) {
   int err = 0;
   std::optional<std::vector<std::uint8_t>> bytes = ReadWholeFile(path, &err);
-  if (!bytes) FailRuntime("cannot read " + ShownPath(path) + ": " + ErrnoText(err));
+  if (!bytes) FailRuntime("cannot read " + ShownPath(path) + ": " + ReadFailureText(err));
   std::string why;
   std::optional<Value> root = ParsePropertyList(std::span<const std::uint8_t>(*bytes), &why);
   if (!root) FailRuntime(ShownPath(path) + " is not a property list: " + why);

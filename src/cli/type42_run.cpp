@@ -44,21 +44,23 @@ std::string NameFromFile(const std::filesystem::path& font) {
 class FontFile {
  public:
   FontFile(const std::filesystem::path& path, Type42Quote quote) {
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const int fd = OpenForReading(path);
     struct stat st {};
     const bool ok = fd >= 0 && ::fstat(fd, &st) == 0 && ReadAll(fd, st);
     const int err = errno;
     if (fd >= 0) ::close(fd);
     if (!ok) {
-      Fail(kType42ExitFailure, "cannot read " + quote(path.string()) + ": " + std::strerror(err));
+      Fail(kType42ExitFailure,
+           "cannot read " + quote(path.string()) + ": " + ReadFailureText(err, kMaxFont));
     }
   }
   std::span<const std::uint8_t> bytes() const { return {data_.get(), size_}; }
 
  private:
+  // TrueType offsets are 32-bit; anything near that is no font we can send.
+  static constexpr std::size_t kMaxFont = std::size_t{1} << 30;
+
   bool ReadAll(int fd, const struct stat& st) {
-    // TrueType offsets are 32-bit; anything near that is no font we can send.
-    constexpr std::size_t kMaxFont = std::size_t{1} << 30;
     std::size_t capacity = S_ISREG(st.st_mode) ? static_cast<std::size_t>(st.st_size) : 65535;
     if (capacity >= kMaxFont) return TooLarge();
     data_.reset(new std::uint8_t[++capacity]);  // one spare byte shows a file that grew

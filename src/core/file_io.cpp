@@ -5,8 +5,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
+#include <cstring>
 #include <string>
+#include <utility>
 
 namespace zorva {
 
@@ -74,26 +78,66 @@ int WriteTemporary(int fd, std::string_view bytes, mode_t mode) {
 
 }  // namespace
 
-std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::filesystem::path& path,
-                                                       int* err) {
-  Fd fd(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-  if (fd.get() < 0) {
-    if (err) *err = errno;
-    return std::nullopt;
+int OpenForReading(const std::filesystem::path& path) {
+  // Opening a FIFO for reading blocks until some program opens it for
+  // writing; non-blocking, the open returns at once, and once it is known
+  // what the file is, reads go back to waiting for data as usual.
+  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (fd < 0) return -1;
+  const int flags = ::fcntl(fd, F_GETFL);
+  if (flags < 0 || ::fcntl(fd, F_SETFL, flags & ~O_NONBLOCK) < 0) {
+    const int e = errno;
+    ::close(fd);
+    errno = e;
+    return -1;
   }
+  return fd;
+}
+
+std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::filesystem::path& path, int* err,
+                                                       std::size_t maxBytes) {
+  auto fail = [err](int e) {
+    if (err) *err = e;
+    return std::nullopt;
+  };
+  Fd fd(OpenForReading(path));
+  if (fd.get() < 0) return fail(errno);
+  struct stat st {};
+  if (::fstat(fd.get(), &st) != 0) return fail(errno);
   std::vector<std::uint8_t> bytes;
+  if (S_ISREG(st.st_mode)) {
+    if (static_cast<std::uintmax_t>(st.st_size) > maxBytes) return fail(EFBIG);
+    bytes.reserve(static_cast<std::size_t>(st.st_size));
+  }
   std::uint8_t buf[65536];
   for (;;) {
-    ssize_t n = ::read(fd.get(), buf, sizeof buf);
+    // One byte past the limit is enough to know the file is too large.
+    const std::size_t room = std::min(sizeof buf, maxBytes - bytes.size() + 1);
+    ssize_t n = ::read(fd.get(), buf, room);
     if (n < 0) {
       if (errno == EINTR) continue;
-      if (err) *err = errno;
-      return std::nullopt;
+      return fail(errno);
     }
     if (n == 0) break;
+    if (static_cast<std::size_t>(n) > maxBytes - bytes.size()) return fail(EFBIG);
     bytes.insert(bytes.end(), buf, buf + n);
   }
   return bytes;
+}
+
+std::string ByteCountText(std::size_t bytes) {
+  constexpr std::array<std::pair<unsigned, const char*>, 3> kUnits = {
+      {{30, " GiB"}, {20, " MiB"}, {10, " KiB"}}};
+  for (const auto& [shift, unit] : kUnits) {
+    const std::size_t one = std::size_t{1} << shift;
+    if (bytes >= one && bytes % one == 0) return std::to_string(bytes >> shift) + unit;
+  }
+  return std::to_string(bytes) + (bytes == 1 ? " byte" : " bytes");
+}
+
+std::string ReadFailureText(int err, std::size_t maxBytes) {
+  if (err == EFBIG) return "larger than " + ByteCountText(maxBytes);
+  return err != 0 ? std::strerror(err) : "unknown error";
 }
 
 int WriteFileAtomically(const std::filesystem::path& path, std::string_view bytes) {

@@ -278,7 +278,7 @@ std::optional<Value> ReadPropertyListFile(const std::filesystem::path& path, std
   int err = 0;
   auto bytes = ReadWholeFile(path, &err);
   if (!bytes) {
-    SetError(error, std::strerror(err));
+    SetError(error, ReadFailureText(err));
     return std::nullopt;
   }
   return ParsePropertyList(*bytes, error);

@@ -27,7 +27,8 @@ std::optional<Value> ParsePropertyList(std::string_view text, std::string* error
 // The XML property-list form of a value (UTF-8, tab-indented, keys sorted).
 std::string ToXmlPropertyList(const Value& value);
 
-// Reads a whole file and parses it. error gets strerror text for I/O failures.
+// Reads a whole file (at most kMaxFileBytes) and parses it. error gets the
+// reason for I/O failures ("larger than 256 MiB", or the system's text).
 std::optional<Value> ReadPropertyListFile(const std::filesystem::path& path,
                                           std::string* error = nullptr);
 

@@ -229,6 +229,11 @@ TEST_F(TicketCommand, UnreadableOrMalformedFilesAreReportedAndKept) {
     }
   }
 
+  // An endless file ends at the read limit, named in the one line.
+  ToolResult zero = RunTool({"ticket", "show", "/dev/zero"});
+  ExpectOneLineError(zero, 1);
+  EXPECT_EQ(zero.err, "zorva: cannot read /dev/zero: larger than 256 MiB\n");
+
   ToolResult r = RunTool({"ticket", "set", File("no/such/folder/job.plist"), "a", "1"});
   ExpectOneLineError(r, 1);
   EXPECT_NE(r.err.find("cannot write"), std::string::npos) << r.err;

@@ -1,10 +1,13 @@
-// Atomic replacement: a failed write leaves the previous file and no debris.
+// Whole-file reads (the size limit, pipes and devices) and atomic replacement:
+// a failed write leaves the previous file and no debris.
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
+#include <thread>
 
 #include "core/file_io.h"
 #include "support/test_support.h"
@@ -20,6 +23,50 @@ std::size_t CountEntries(const std::filesystem::path& dir) {
   std::size_t n = 0;
   for ([[maybe_unused]] const auto& e : std::filesystem::directory_iterator(dir)) ++n;
   return n;
+}
+
+TEST(WholeFileRead, StopsAtTheLimitForFilesAndEndlessDevices) {
+  TempDir dir;
+  WriteText(dir / "four.txt", "1234");
+  int err = 0;
+  EXPECT_EQ(ReadWholeFile(dir / "four.txt", &err, 4),
+            (std::vector<std::uint8_t>{'1', '2', '3', '4'}));
+  EXPECT_EQ(ReadWholeFile(dir / "four.txt", &err, 3), std::nullopt);
+  EXPECT_EQ(err, EFBIG);
+  err = 0;
+  EXPECT_EQ(ReadWholeFile("/dev/zero", &err, 1000), std::nullopt);
+  EXPECT_EQ(err, EFBIG);
+  EXPECT_EQ(ReadFailureText(EFBIG), "larger than 256 MiB");
+  EXPECT_EQ(ReadFailureText(EFBIG, 1 << 30), "larger than 1 GiB");
+  EXPECT_EQ(ReadFailureText(EFBIG, 1000), "larger than 1000 bytes");
+  EXPECT_EQ(ReadFailureText(ENOENT), "No such file or directory");
+}
+
+TEST(WholeFileRead, PipesAreReadToTheirEndAndFifosNeverHang) {
+  TempDir dir;
+  const auto fifo = dir / "pipe";
+  ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+  // Nobody writing: empty at once instead of waiting for a writer.
+  EXPECT_EQ(ReadWholeFile(fifo), std::vector<std::uint8_t>{});
+
+  // A pipe with a writer (as a shell's <(...) gives): everything the writer
+  // sends, more than one pipe buffer, up to its end.
+  int fds[2];
+  ASSERT_EQ(pipe(fds), 0);
+  std::thread writer([fd = fds[1]] {
+    const std::string text(200000, 'x');
+    for (std::size_t done = 0; done < text.size();) {
+      const ssize_t n = write(fd, text.data() + done, text.size() - done);
+      if (n <= 0) break;
+      done += static_cast<std::size_t>(n);
+    }
+    close(fd);
+  });
+  const auto bytes = ReadWholeFile("/proc/self/fd/" + std::to_string(fds[0]));
+  writer.join();
+  close(fds[0]);
+  ASSERT_TRUE(bytes);
+  EXPECT_EQ(bytes->size(), 200000u);
 }
 
 TEST(AtomicWrite, ReplacesAndKeepsTheOldMode) {
