@@ -52,7 +52,8 @@ void SpecialPageList::clear() {
 bool SpecialPageList::update(const SpecialPage* page, PageSpan newPages) {
   Index i = indexOfPage(page);
   if (i < 0) return false;
-  // Held until the new pages are in: newPages may name the old page itself.
+  // Held until the new pages are in: newPages may name the old page itself
+  // (add copies the pages it is given before changing anything).
   std::unique_ptr<SpecialPage> old = std::move(pages_[static_cast<std::size_t>(i)]);
   pages_.erase(pages_.begin() + i);
   add(newPages);
@@ -64,6 +65,19 @@ std::optional<Array> SpecialPageList::asTicket() const {
   Array array;
   for (const auto& page : pages_) array.push_back(Value(page->asTicket()));
   return array;
+}
+
+// The caller's pages of kind T, copied before the list changes: a caller may
+// pass pages of this very list, which a merge cuts back or deletes, so each
+// one is taken as it was when the call was made.
+template <class T>
+std::vector<std::unique_ptr<T>> SpecialPageList::ClonesOf(PageSpan pages) {
+  std::vector<std::unique_ptr<T>> clones;
+  clones.reserve(pages.size());
+  for (const SpecialPage* page : pages) {
+    if (auto* typed = dynamic_cast<const T*>(page)) clones.push_back(std::make_unique<T>(*typed));
+  }
+  return clones;
 }
 
 // ---- InsertList -------------------------------------------------------------------
@@ -91,9 +105,7 @@ void InsertList::place(std::unique_ptr<Insert> insert) {
 }
 
 bool InsertList::add(PageSpan pages) {
-  for (const SpecialPage* page : pages) {
-    if (auto* insert = dynamic_cast<const Insert*>(page)) place(std::make_unique<Insert>(*insert));
-  }
+  for (auto& insert : ClonesOf<Insert>(pages)) place(std::move(insert));
   return false;
 }
 
@@ -194,10 +206,7 @@ void ExceptionPageList::merge(std::unique_ptr<ExceptionPage> page) {
 }
 
 bool ExceptionPageList::add(PageSpan pages) {
-  for (const SpecialPage* page : pages) {
-    if (auto* exception = dynamic_cast<const ExceptionPage*>(page))
-      merge(std::make_unique<ExceptionPage>(*exception));
-  }
+  for (auto& exception : ClonesOf<ExceptionPage>(pages)) merge(std::move(exception));
   return false;
 }
 

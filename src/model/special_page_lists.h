@@ -50,7 +50,8 @@ class SpecialPageList {
 
   // Adds clones of the pages by the list's ordering rules; the caller keeps
   // what it passed. Pages of another kind than the list holds are skipped.
-  // Returns false (nothing is ever kept back).
+  // The pages may belong to this list: all are copied as they stand before
+  // the list changes. Returns false (nothing is ever kept back).
   virtual bool add(PageSpan pages) = 0;
   bool add(std::initializer_list<const SpecialPage*> pages) { return add(PageSpan(pages)); }
   bool add(const SpecialPage& page) { return add({&page}); }
@@ -78,6 +79,9 @@ class SpecialPageList {
 
  protected:
   using Pages = std::vector<std::unique_ptr<SpecialPage>>;
+
+  template <class T>
+  static std::vector<std::unique_ptr<T>> ClonesOf(PageSpan pages);
 
   SpecialPageList() = default;
   SpecialPageList(const SpecialPageList& other);

@@ -202,6 +202,28 @@ TEST(SpecialPageListTest, UpdateReplacesThePageByTheNewOnes) {
   EXPECT_EQ(Ranges(list), (std::vector<Range>{{2, 3, 3}, {7, 8, 4}, {9, 9, 2}}));
 }
 
+// A caller may hand a list its own pages: each is taken as it stood when the
+// call was made, even when an earlier page of the same call cuts or deletes
+// it (under the sanitizer build a read of a deleted page fails the test).
+TEST(SpecialPageListTest, AddAndUpdateTakeTheListsOwnPagesSafely) {
+  auto list = ListOf({{1, 10, 1}, {20, 30, 2}, {40, 50, 3}});
+  const ExceptionPage wide = Exception(1, 45, 9);
+  list.add({&wide, list.pageAtIndex(1), list.pageAtIndex(0)});
+  EXPECT_EQ(Ranges(list),
+            (std::vector<Range>{{1, 10, 1}, {11, 19, 9}, {20, 30, 2}, {31, 45, 9}, {46, 50, 3}}));
+
+  auto updated = ListOf({{1, 10, 1}, {20, 30, 2}, {40, 50, 3}});
+  const ExceptionPage* first = updated.pageAtIndex(0);
+  updated.update(first, {&wide, updated.pageAtIndex(2), first});
+  EXPECT_EQ(Ranges(updated), (std::vector<Range>{{1, 10, 1}, {11, 39, 9}, {40, 50, 3}}));
+
+  InsertList inserts;
+  const Insert a = InsertAt(5, 1), b = InsertAt(2, 2);
+  inserts.add({&a, &b});
+  inserts.add({inserts.pageAtIndex(1), inserts.pageAtIndex(0)});
+  EXPECT_EQ(Starts(inserts), (std::vector<std::pair<int, int>>{{2, 2}, {2, 2}, {5, 1}, {5, 1}}));
+}
+
 TEST(SpecialPageListTest, ListsInTheTicket) {
   Ticket ticket;
   InsertList inserts;
