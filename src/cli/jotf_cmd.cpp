@@ -98,11 +98,10 @@ void Export(const JotfArgs& args) {
                                    page->orientation);
   }
   SetCurrentPrintSession(&session);
-  const Status status = JOTFExportToFileAtPath(args.output);
+  std::string reason;
+  const Status status = JOTFExportToFileAtPath(args.output, &reason);
   SetCurrentPrintSession(nullptr);
-  if (status != kNoErr) {
-    FailRuntime("cannot write " + args.output + ": " + std::strerror(static_cast<int>(status)));
-  }
+  if (status != kNoErr) FailRuntime("cannot write " + args.output + ": " + reason);
 }
 
 void AddWrite(CLI::App* jotf, const std::shared_ptr<JotfArgs>& args) {

@@ -13,11 +13,19 @@ inline constexpr Status kParamErr = -50;             // bad argument
 inline constexpr Status kMemFullErr = -108;          // out of memory
 inline constexpr Status kResNotFound = -192;         // resource not found
 inline constexpr Status kFnfErr = -43;               // file not found
+inline constexpr Status kDskFulErr = -34;            // disk full
+inline constexpr Status kIOErr = -36;                // I/O error
+inline constexpr Status kWrPermErr = -61;            // no permission to write
+inline constexpr Status kDirNFErr = -120;            // folder not found
 inline constexpr Status kNoConnection = -3264;       // no connection to the printer
 inline constexpr Status kInvalidPDEContext = -9530;  // missing dialog-extension context
 inline constexpr Status kPrintSessionErr = -208;     // print session not usable
 // A ticket item set as locked refuses to be changed or removed. No code of the
 // printing system's fits, so this one is ours.
 inline constexpr Status kTicketItemLocked = -30890;
+
+// The status for a failed file operation's errno: callers that hand a status
+// on keep the system's reason for their message themselves.
+Status StatusForErrno(int err);
 
 }  // namespace zorva

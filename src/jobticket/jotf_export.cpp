@@ -12,6 +12,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <memory>
 #include <optional>
@@ -148,12 +149,17 @@ std::string JOTFDocumentText(const Dictionary& settings) {
   return std::string(data ? data : "", size);
 }
 
-Status JOTFExportToFileAtPath(const std::filesystem::path& path) {
+Status JOTFExportToFileAtPath(const std::filesystem::path& path, std::string* reason) {
   PrintSession* session = GetCurrentPrintSession();
-  if (!session) return kPrintSessionErr;
+  if (!session) {
+    if (reason) *reason = "no print session";
+    return kPrintSessionErr;
+  }
   AddJOTFHostTicketItems(session->printSettings());
   const std::string text = JOTFDocumentText(JOTFSettingsFromTicket(session->printSettings()));
-  return WriteFileAtomically(path, text);
+  const int err = WriteFileAtomically(path, text);
+  if (err != 0 && reason) *reason = std::strerror(err);
+  return StatusForErrno(err);
 }
 
 }  // namespace zorva

@@ -31,8 +31,9 @@ std::string JOTFDocumentText(const Dictionary& settings);
 
 // The export command: adds the host's items to the current print session's
 // print settings, writes the job ticket of its "com.zorva" items to `path`
-// (replacing the file atomically). kPrintSessionErr without a session, or
-// the errno of a failed write.
-Status JOTFExportToFileAtPath(const std::filesystem::path& path);
+// (replacing the file atomically). kPrintSessionErr without a session; a
+// failed write gives the status for its errno (StatusForErrno) and, in
+// *reason, the system's own words for it.
+Status JOTFExportToFileAtPath(const std::filesystem::path& path, std::string* reason = nullptr);
 
 }  // namespace zorva

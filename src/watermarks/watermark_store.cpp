@@ -238,7 +238,12 @@ int saveWatermarkData(std::string_view fileName, const WatermarkData& record) {
   constexpr const char* kWho = "saveWatermarkData";
   // The key is the name as the entry stores it, cut to its field.
   const std::string name(CutUtf8(record.name(), kWatermarkTextBytes - 1));
-  if (IsReservedName(name)) return ReportFailure(kWho, EINVAL);
+  if (IsReservedName(name)) {
+    // Nothing was written, so the write-failure message would mislead.
+    std::fprintf(stderr, "%s: \"%s\" is a reserved name; the watermark was not saved\n", kWho,
+                 name.c_str());
+    return EINVAL;
+  }
   return UpdateStore(kWho, fileName, [&](Dictionary& root) {
     root.set(name, Value(EntryFromRecord(record)));
     return true;
@@ -287,7 +292,10 @@ std::string WatermarkFontKey(std::string_view fontName) {
 int storeFontData(std::string_view fileName, std::string_view fontName,
                   std::span<const std::uint8_t> data) {
   constexpr const char* kWho = "storeFontData";
-  if (fontName.empty()) return ReportFailure(kWho, EINVAL);
+  if (fontName.empty()) {
+    std::fprintf(stderr, "%s: a font needs a name; the font was not saved\n", kWho);
+    return EINVAL;
+  }
   return UpdateStore(kWho, fileName, [&](Dictionary& root) {
     root.set(WatermarkFontKey(fontName), Value(Data(data.begin(), data.end())));
     return true;

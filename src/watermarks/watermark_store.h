@@ -94,7 +94,8 @@ std::string_view CutUtf8(std::string_view text, std::size_t maxBytes);
 // Adds or replaces the record's entry (under record.name()). Returns 0 or the
 // error code; a failure prints "saveWatermarkData: Error %ld writing data to
 // file\n" to standard error. A name that is the list key or a font key is
-// refused (EINVAL) and nothing is written.
+// refused (EINVAL) with a message saying the name is reserved, and nothing is
+// written.
 int saveWatermarkData(std::string_view fileName, const WatermarkData& record);
 
 // Fills the record from the entry of that name: true when the file has one
@@ -122,7 +123,8 @@ std::string WatermarkFontKey(std::string_view fontName);
 
 // Stores a font's bytes under WatermarkFontKey(fontName) and rewrites the
 // file; 0 or the error code, with "storeFontData: Error %ld writing data to
-// file\n" on a failed write. An empty font name is refused (EINVAL).
+// file\n" on a failed write. An empty font name is refused (EINVAL) with a
+// message saying so.
 int storeFontData(std::string_view fileName, std::string_view fontName,
                   std::span<const std::uint8_t> data);
 

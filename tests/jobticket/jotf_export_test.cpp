@@ -53,7 +53,11 @@ TEST(JotfExport, WritesTheSessionsTicketToAFile) {
   EXPECT_EQ(JOTFExportToFileAtPath(dir / "covers.jotf"), kNoErr);
   EXPECT_EQ(ReadText(dir / "covers.jotf"), ReadText(JotfData("covers.jotf")));
   EXPECT_TRUE(session.printSettings().contains("com.zorva.print.JOTFOptions"));
-  EXPECT_NE(JOTFExportToFileAtPath(dir / "no" / "dir.jotf"), kNoErr);
+  // A failed write is one of the printing system's codes, not an errno; the
+  // system's reason comes back beside it.
+  std::string reason;
+  EXPECT_EQ(JOTFExportToFileAtPath(dir / "no" / "dir.jotf", &reason), kDirNFErr);
+  EXPECT_EQ(reason, "No such file or directory");
   SetCurrentPrintSession(nullptr);
 }
 

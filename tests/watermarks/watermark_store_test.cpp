@@ -214,16 +214,21 @@ TEST_F(WatermarkStoreTest, FontsKeepTheirBytesBesideTheWatermarks) {
   EXPECT_FALSE(loadFontData(kFile, "Missing", buffer));
   EXPECT_EQ(buffer.size(), 8u);
 
-  // Watermark names that would overwrite the list or a font are refused.
+  // Watermark names that would overwrite the list or a font are refused, and
+  // the message says why rather than blaming a write that never happened.
   testing::internal::CaptureStderr();
   WatermarkData clash = PictureWatermark();
   clash.filename = "WatermarkListEntries";
   EXPECT_EQ(saveWatermarkData(kFile, clash), EINVAL);
   clash.filename = "com.zorva.printing.font.ArialMT";
   EXPECT_EQ(saveWatermarkData(kFile, clash), EINVAL);
+  EXPECT_EQ(storeFontData(kFile, "", font), EINVAL);
   EXPECT_EQ(testing::internal::GetCapturedStderr(),
-            "saveWatermarkData: Error 22 writing data to file\n"
-            "saveWatermarkData: Error 22 writing data to file\n");
+            "saveWatermarkData: \"WatermarkListEntries\" is a reserved name; the watermark was "
+            "not saved\n"
+            "saveWatermarkData: \"com.zorva.printing.font.ArialMT\" is a reserved name; the "
+            "watermark was not saved\n"
+            "storeFontData: a font needs a name; the font was not saved\n");
   EXPECT_EQ(loadWatermarkList(kFile), std::vector<std::string>{"Draft"});
   EXPECT_TRUE(loadFontData(kFile, "ArialMT", buffer));
 }
