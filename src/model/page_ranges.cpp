@@ -32,6 +32,7 @@ class RangeParser {
  public:
   explicit RangeParser(std::vector<PageRange>& out) : out_(out) {}
 
+  bool made() const { return made_; }
   bool stopped() const {
     return state_ == State::TooLarge || state_ == State::Syntax || state_ == State::Order;
   }
@@ -158,6 +159,7 @@ PageRangeList CreatePageRangesBySeparatingString(std::string_view text, bool asR
     ++pos;  // anything else, blanks included, only separates numbers
   }
   list.code = parser.result();
+  list.rangeMade = parser.made();
   if (list.code != kNoErr) {
     list.ranges = {};
   } else if (!asRanges) {
@@ -169,10 +171,14 @@ PageRangeList CreatePageRangesBySeparatingString(std::string_view text, bool asR
 }
 
 Status CreatePageRangesBySeparatingString(const std::string* text, bool asRanges,
-                                          std::vector<PageRange>* result) {
+                                          std::optional<std::vector<PageRange>>* result) {
   if (!text || !result) return kParamErr;
   PageRangeList list = CreatePageRangesBySeparatingString(std::string_view(*text), asRanges);
-  *result = std::move(list.ranges);
+  if (list.code == kNoErr) {
+    *result = std::move(list.ranges);
+  } else if (!list.rangeMade) {
+    result->reset();
+  }
   return list.code;
 }
 

@@ -37,6 +37,9 @@ struct PageRange {
 struct PageRangeList {
   Status code = kNoErr;
   std::vector<PageRange> ranges;  // in the order typed; empty unless code is kNoErr
+  // Whether a range had been closed before the parse ended, which on an error
+  // decides what the platform-shaped form does with its result.
+  bool rangeMade = false;
 };
 
 // Parses page text (UTF-8). Numbers are separated by commas, blanks or any
@@ -47,9 +50,11 @@ struct PageRangeList {
 PageRangeList CreatePageRangesBySeparatingString(std::string_view text, bool asRanges);
 
 // The same with the platform's calling shape: kParamErr for a null text or
-// result; on any failure *result is left empty.
+// result. On success *result holds the ranges. On an error after the first
+// range had been made (where the platform had created its array), *result is
+// left as it was; on an error before that, it is reset to none.
 Status CreatePageRangesBySeparatingString(const std::string* text, bool asRanges,
-                                          std::vector<PageRange>* result);
+                                          std::optional<std::vector<PageRange>>* result);
 
 // The localisation keys of the alert for a code; nullopt for a code without one.
 struct SpecialPagesAlertKeys {

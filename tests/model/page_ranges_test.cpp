@@ -119,18 +119,28 @@ TEST(PageRanges, LongDigitRunsAreTooLargeNotWrappedAround) {
   EXPECT_EQ(zeros.ranges, (Ranges{{42, 1}}));
 }
 
-TEST(PageRanges, PlatformFormChecksItsPointersAndEmptiesTheResultOnError) {
-  std::vector<PageRange> result{{99, 1}};
+TEST(PageRanges, PlatformFormKeepsOrResetsTheResultOnError) {
+  using Result = std::optional<Ranges>;
+  Result result = Ranges{{99, 1}};
   const std::string text = "2-3";
   EXPECT_EQ(CreatePageRangesBySeparatingString(nullptr, true, &result), kParamErr);
   EXPECT_EQ(CreatePageRangesBySeparatingString(&text, true, nullptr), kParamErr);
-  EXPECT_EQ(result, (Ranges{{99, 1}}));
+  EXPECT_EQ(result, Result(Ranges{{99, 1}}));
 
   EXPECT_EQ(CreatePageRangesBySeparatingString(&text, true, &result), kNoErr);
-  EXPECT_EQ(result, (Ranges{{2, 2}}));
-  const std::string bad = "1,2,3-1";
-  EXPECT_EQ(CreatePageRangesBySeparatingString(&bad, false, &result), kInvalidRangeOrder);
-  EXPECT_TRUE(result.empty());
+  EXPECT_EQ(result, Result(Ranges{{2, 2}}));
+
+  // The error comes after ranges had been made: the caller's result stands.
+  const std::string lateError = "1,2,3-1";
+  EXPECT_EQ(CreatePageRangesBySeparatingString(&lateError, false, &result), kInvalidRangeOrder);
+  EXPECT_EQ(result, Result(Ranges{{2, 2}}));
+
+  // No range was made before the error: the result is set to none.
+  for (const std::string early : {"5-2,1", "", "--", "10000000"}) {
+    result = Ranges{{7, 1}};
+    EXPECT_NE(CreatePageRangesBySeparatingString(&early, true, &result), kNoErr) << early;
+    EXPECT_EQ(result, std::nullopt) << early;
+  }
 }
 
 TEST(PageRanges, EveryAlertCodeHasTextAndOthersHaveNone) {
