@@ -26,12 +26,14 @@ constexpr std::size_t kMaxFontNameBytes = 511;
 constexpr std::string_view kNotdef = ".notdef";
 constexpr std::string_view kMalformedPrefix = "DEBUG: Malformed TrueType file - ";
 
-// Ends a conversion before anything is written. Some refusals are silent on
-// the diagnostic stream (printers' drivers never logged them); the result
-// still says why.
+// Ends a conversion before anything is written. Only two refusals are ever
+// written to the diagnostic stream, a missing vital table and a bad magic
+// number, in the words printers' tools have always logged; every other
+// refusal is silent there and says why only in the result, for the caller's
+// own message.
 struct Refusal {
   std::string message;
-  bool diagnose = true;
+  bool diagnose = false;
 };
 
 struct FontFacts {
@@ -78,7 +80,7 @@ std::string_view FontNameText(std::string_view name) {
 
 const TableRecord& RequireTable(std::span<const TableRecord> directory, std::string_view tag) {
   const TableRecord* table = find_table(tag, directory);
-  if (!table) throw Refusal{"missing vital table."};
+  if (!table) throw Refusal{"missing vital table.", true};
   return *table;
 }
 
@@ -89,8 +91,7 @@ std::vector<std::string_view> ReadGlyphNames(FontCursor post, std::uint16_t glyp
   const std::uint16_t count = c.U16();
   if (count != glyphCount) {
     throw Refusal{"\"post\" names " + std::to_string(count) + " glyphs but \"maxp\" has " +
-                      std::to_string(glyphCount),
-                  false};
+                  std::to_string(glyphCount)};
   }
   std::vector<std::uint16_t> indices(count);
   std::size_t extraCount = 0;
@@ -200,7 +201,7 @@ HeadFields ReadHead(FontCursor h) {
   head.version = h.I32();
   head.revision = h.I32();
   h.Skip(4);
-  if (h.U32() != kHeadMagic) throw Refusal{"Bad magic number"};
+  if (h.U32() != kHeadMagic) throw Refusal{"Bad magic number", true};
   h.Skip(2);
   head.unitsPerEm = h.U16();
   h.Skip(16);
@@ -238,7 +239,7 @@ FontFacts ReadFacts(std::span<const std::uint8_t> bytes, const Type42Options& op
   ReadPost(font.At(post.offset, "\"post\" table"), facts);
   const std::uint16_t nameFormat = font.At(name.offset, "\"name\" table").U16();
   if (nameFormat != 0) {
-    throw Refusal{"\"name\" table format is " + std::to_string(nameFormat) + ", not 0", false};
+    throw Refusal{"\"name\" table format is " + std::to_string(nameFormat) + ", not 0"};
   }
   if (h.unitsPerEm == 0) throw Refusal{"units per em is 0"};
   for (std::size_t i = 0; i < h.box.size(); ++i) {
@@ -487,7 +488,6 @@ Type42Result Convert(std::span<const std::uint8_t> font, std::string_view fontNa
     }
     return Malformed(refusal.message);
   } catch (const FontFormatError& e) {
-    if (diagnostics) *diagnostics << kMalformedPrefix << e.what() << '\n';
     return Malformed(e.what());
   }
   const SfntsPlan plan = PlanStrings(font.size(), facts.splitPoints, options.splitLargeTables);

@@ -74,12 +74,13 @@ struct Type42Result {
 };
 
 // Appends the Type 42 program for font, named fontName (UTF-8, cut to 511
-// bytes), to output. The missing-table and bad-magic diagnostics, and one for
-// a font whose data runs past its end, go to diagnostics (none when null);
-// the other refusals (a "post" glyph count that differs from
-// "maxp", a "name" table format other than 0) are silent there but still
-// reported in the result. A malformed font appends nothing; an incomplete
-// program keeps what was appended.
+// bytes), to output. Only the missing-table and bad-magic diagnostics go to
+// diagnostics (none when null); every other refusal (a "post" glyph count
+// that differs from "maxp", a "name" table format other than 0, units per em
+// of 0, data that runs past the font's end) is silent there and reported only
+// in the result's message, which callers put in their own error text. A
+// malformed font appends nothing; an incomplete program keeps what was
+// appended.
 Type42Result convertTTFtoPS42(std::span<const std::uint8_t> font, std::string_view fontName,
                               std::string& output, const Type42Options& options = {},
                               std::ostream* diagnostics = &std::cerr);
