@@ -178,6 +178,21 @@ class Value {
   const zorva::Dictionary* dictionary() const;
   zorva::Dictionary* dictionary();
 
+  // Two rules read an integer setting, on purpose:
+  //
+  //  - Exact (getNumber, and DictionaryGetNumber and the job-ticket writer's
+  //    ReadInt32 over it): a real 2.7, or a number beyond the target's range,
+  //    counts as absent. The job-ticket writer uses it: a printer's server
+  //    must never receive a value nobody chose, so a damaged or foreign
+  //    setting is left out of the document rather than altered.
+  //  - Truncating (toInt32, and DictionaryGetInt32 and GetIndexFromDictionary
+  //    over it): a real is cut toward zero, 2.7 reads as 2; out of range
+  //    still fails. The value classes (stock, special pages, colour options)
+  //    and the watermark store's integer fields use it: their dictionaries
+  //    were written by the platform's number objects, where an integer
+  //    setting read back from a real was always truncated, and the dialog
+  //    must show what the platform showed for the same file.
+  //
   // Exact number access: true only for a number that converts to T without
   // loss (integers in range; reals with no fraction and in range). Strings,
   // booleans and everything else fail. `out` is untouched on failure.

@@ -14,6 +14,7 @@
 #include "jobticket/jotf_page_size.h"
 #include "jobticket/jotf_special_pages.h"
 #include "jotf_test_util.h"
+#include "model/stock.h"
 
 namespace zorva::test {
 namespace {
@@ -112,6 +113,18 @@ TEST(JotfMedia, TypeWinsOverTheStocksOwnValues) {
   EXPECT_FALSE(m.customTypeName || m.customColorName || m.description || m.mediaKey);
   FinalizeMediaData(nullptr);
   FinalizePageData(nullptr);
+}
+
+// The two integer rules side by side on one stock: the writer leaves out a
+// weight that is not a whole number, the stock model cuts it to one.
+TEST(JotfMedia, WriterReadsNumbersExactlyWhereTheModelTruncates) {
+  const Dictionary stock{{"Weight", Value(90.5)}, {"Grain", Value(std::int64_t{1} << 32)}};
+  MEDIADATA m;
+  FillMediaData(&m, &stock);
+  EXPECT_EQ(std::pair(m.weight, m.grain), std::pair(-1, -1));
+  const Stock model(&stock);
+  EXPECT_EQ(model.weight(), 90);
+  EXPECT_EQ(model.grain(), kUnset);  // beyond 32 bits fails under both rules
 }
 
 TEST(JotfMedia, InitialValues) {
