@@ -34,6 +34,7 @@ struct ReplySlot {
     answered = true;
     ready.notify_all();
   }
+  // No effect on a sender that already has its answer.
   void drop() {
     std::lock_guard lock(mutex);
     dropped = true;
@@ -108,9 +109,11 @@ void RunLoop::processPending() {
 }
 
 void RunLoop::stop() {
+  std::deque<Task> discarded;  // destroyed outside the lock: they may wake senders
   {
     std::lock_guard lock(mutex_);
     stopped_ = true;
+    discarded.swap(tasks_);
   }
   ready_.notify_all();
 }
@@ -204,11 +207,13 @@ PortResult LocalMessagePort::deliver(std::int32_t id, MessageData data,
     return PortResult::Success;
   }
   auto slot = std::make_shared<ReplySlot>();
-  runLoop_->post([self, id, data = std::move(data), slot] {
-    auto port = self.lock();
-    if (!port) return slot->drop();
-    port->serve(id, data, [&slot](MessageData r) { slot->answer(std::move(r)); });
-    slot->drop();  // no effect once answered; wakes the sender when the port was invalid
+  // However the message ends (served, refused by an invalid port, or thrown
+  // away with a stopped run loop), the guard wakes the sender.
+  auto guard = std::shared_ptr<ReplySlot>(slot.get(), [slot](ReplySlot*) { slot->drop(); });
+  runLoop_->post([self, id, data = std::move(data), guard = std::move(guard)] {
+    if (auto port = self.lock()) {
+      port->serve(id, data, [&guard](MessageData r) { guard->answer(std::move(r)); });
+    }
   });
   std::unique_lock lock(slot->mutex);
   if (!slot->ready.wait_for(lock, replyTimeout,

@@ -47,6 +47,8 @@ class RunLoop {
   bool runUntil(const std::function<bool()>& done, std::chrono::milliseconds timeout);
   // Runs whatever is queued now, without waiting.
   void processPending();
+  // Ends run() and discards the work still queued (a sender waiting for
+  // a reply to it hears at once that none will come).
   void stop();
   bool stopped() const;
   // Called (from the posting thread) after each post: a GUI event loop uses

@@ -102,9 +102,12 @@ PrinterStockWorker::~PrinterStockWorker() {
     abort_ = true;
   }
   abortChanged_.notify_all();
+  // The dialog's side goes first, so a task waiting on a reply from it
+  // hears at once that none will come.
+  if (dialogPort_) dialogPort_->invalidate();
+  dialogLoop_->stop();
   taskLoop_->stop();
   if (thread_.joinable()) thread_.join();
-  if (dialogPort_) dialogPort_->invalidate();
 }
 
 void PrinterStockWorker::MySpawnThread(std::string_view bundleIdentifier, std::string address,

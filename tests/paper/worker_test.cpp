@@ -79,8 +79,8 @@ bool PumpUntil(PrinterStockWorker& worker, const std::function<bool()>& done,
 TEST(PrinterStockWorker, HandshakeFetchesAndReports) {
   test::IppEvePrinter printer(test::MediaColDatabaseAttributes(test::GeneratedCatalogue(3)));
   ASSERT_TRUE(printer.ready());
+  Trace trace;  // outlives the worker, whose thread reports to it
   PrinterStockWorker worker;
-  Trace trace;
   trace.attach(worker);
   RecordingWindow window(worker);
   EXPECT_TRUE(StartPrinterPaperWorkerOnOpen(true, "ipp://" + printer.address() + "/ipp/print",
@@ -105,8 +105,8 @@ TEST(PrinterStockWorker, HandshakeFetchesAndReports) {
 }
 
 TEST(PrinterStockWorker, FailedFetchReportedToAnyWindowThatAsks) {
+  Trace trace;  // outlives the worker, whose thread reports to it
   PrinterStockWorker worker;
-  Trace trace;
   trace.attach(worker);
   RecordingWindow host(worker);
   RecordingWindow dialog(worker);
@@ -155,8 +155,8 @@ TEST(PrinterStockWorker, DelayedMessages) {
 TEST(PrinterStockWorker, HostStartAndStopRules) {
   {
     // No task for "pap:" in any case, and Close then sends nothing.
-    PrinterStockWorker worker;
     Trace trace;
+    PrinterStockWorker worker;
     trace.attach(worker);
     EXPECT_FALSE(StartPrinterPaperWorkerOnOpen(true, "PAP://zone/printer", nullptr, 0, worker));
     StopPrinterPaperWorkerOnClose(worker);
@@ -167,8 +167,8 @@ TEST(PrinterStockWorker, HostStartAndStopRules) {
   }
   {
     // A second Open starts nothing more.
-    PrinterStockWorker worker;
     Trace trace;
+    PrinterStockWorker worker;
     trace.attach(worker);
     const std::string uri = "socket://127.0.0.1:" + std::to_string(test::FreeLoopbackPort());
     testing::internal::CaptureStderr();
@@ -271,6 +271,21 @@ TEST(MessagePort, NamesRepliesAndTimeouts) {
     last = remote->send(2, {}, 10ms);
   }
   EXPECT_EQ(last, PortResult::SendTimeout);
+
+  // A sender waiting for a reply hears at once when the receiver's loop
+  // stops and throws its queue away.
+  auto quiet = std::make_shared<RunLoop>();
+  auto quietPort = LocalMessagePort::Create(
+      "test.quiet", [](std::int32_t, const MessageData&) { return MessageData{}; }, quiet);
+  PortResult waited = PortResult::Success;
+  std::thread sender([&waited] {
+    MessageData ignored;
+    waited = RemoteMessagePort::Open("test.quiet")->send(1, {}, 100ms, 60s, &ignored);
+  });
+  std::this_thread::sleep_for(50ms);
+  quiet->stop();
+  sender.join();
+  EXPECT_EQ(waited, PortResult::IsInvalid);
 
   port->invalidate();
   EXPECT_EQ(remote->send(3, {}, 100ms), PortResult::IsInvalid);
