@@ -134,7 +134,8 @@ LocalMessagePort::LocalMessagePort(std::string name, Callback callback,
                                    std::shared_ptr<RunLoop> runLoop)
     : name_(std::move(name)), callback_(std::move(callback)), runLoop_(std::move(runLoop)) {}
 
-std::shared_ptr<LocalMessagePort> LocalMessagePort::Create(std::string name, Callback callback,
+std::shared_ptr<LocalMessagePort> LocalMessagePort::Create(const std::string& name,
+                                                           Callback callback,
                                                            std::shared_ptr<RunLoop> runLoop) {
   if (name.empty() || !callback || !runLoop) return nullptr;
   Registry& registry = Ports();

@@ -75,7 +75,7 @@ class LocalMessagePort : public std::enable_shared_from_this<LocalMessagePort> {
   using Callback = std::function<MessageData(std::int32_t id, const MessageData& data)>;
 
   // Null when the name is taken or empty.
-  static std::shared_ptr<LocalMessagePort> Create(std::string name, Callback callback,
+  static std::shared_ptr<LocalMessagePort> Create(const std::string& name, Callback callback,
                                                   std::shared_ptr<RunLoop> runLoop);
   ~LocalMessagePort();
   LocalMessagePort(const LocalMessagePort&) = delete;

@@ -30,7 +30,7 @@ constexpr std::size_t kUriPrefixLimit = 8;
 
 // How often a blocked read wakes to look at the abort flag and the clock.
 constexpr double kWaitSliceSeconds = 0.02;
-constexpr std::size_t kReadChunk = 64 * 1024;
+constexpr std::size_t kReadChunk = std::size_t{64} * 1024;
 
 struct HttpCloser {
   void operator()(http_t* http) const { httpClose(http); }

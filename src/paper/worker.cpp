@@ -261,7 +261,7 @@ MessageData PrinterStockWorker::ProcessClientRequest(Task& task, std::int32_t id
   return {};
 }
 
-void PrinterStockWorker::ServerThreadEntryPoint(std::string dialogPortName) {
+void PrinterStockWorker::ServerThreadEntryPoint(const std::string& dialogPortName) {
   Task task;
   task.dialog = RemoteMessagePort::Open(dialogPortName);
   const std::string name = "com.zorva.print.pde.Thread-" + std::to_string(CurrentThreadId());

@@ -130,7 +130,7 @@ class PrinterStockWorker {
   struct Task;
   MessageData MainThreadResponseHandler(std::int32_t id, const MessageData& data);
   void postPaperEvent(const MessageData& data, bool refresh) const;
-  void ServerThreadEntryPoint(std::string dialogPortName);
+  void ServerThreadEntryPoint(const std::string& dialogPortName);
   MessageData ProcessClientRequest(Task& task, std::int32_t id, const MessageData& data);
   void fetch(Task& task);
   bool abortableWait(std::chrono::milliseconds duration);
