@@ -139,6 +139,7 @@ struct MemoryReader {
 ssize_t ReadFromMemory(void* context, ipp_uchar_t* buffer, size_t bytes) {
   auto* reader = static_cast<MemoryReader*>(context);
   const std::size_t n = bytes < reader->left ? bytes : reader->left;
+  if (n == 0) return 0;  // also an empty answer, whose bytes may be null
   std::memcpy(buffer, reader->at, n);
   reader->at += n;
   reader->left -= n;
