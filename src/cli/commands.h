@@ -30,4 +30,7 @@ void AddType42Command(CLI::App& app);
 // zorva jotf write|export
 void AddJotfCommands(CLI::App& app);
 
+// zorva printer-papers PRINTER [--plist] [--timeout SECONDS]
+void AddPrinterPapersCommand(CLI::App& app);
+
 }  // namespace zorva::cli

@@ -110,5 +110,6 @@ int main(int argc, char** argv) {
   zorva::cli::AddWatermarksCommands(app);
   zorva::cli::AddType42Command(app);
   zorva::cli::AddJotfCommands(app);
+  zorva::cli::AddPrinterPapersCommand(app);
   return Run(app, argc, argv);
 }

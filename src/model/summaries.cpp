@@ -207,6 +207,22 @@ std::string Range(std::int32_t start, std::int32_t end) {
 
 }  // namespace
 
+std::optional<std::string> StockSizeText(const Stock& stock, const Bundle* bundle) {
+  return SizeText(stock, bundle);
+}
+std::optional<std::string> StockColorText(const Stock& stock, const Bundle* bundle) {
+  return ColorText(stock, bundle);
+}
+std::optional<std::string> StockTypeText(const Stock& stock, const Bundle* bundle) {
+  return TypeText(stock, bundle);
+}
+std::optional<std::string> StockWeightText(const Stock& stock, const Bundle* bundle) {
+  return WeightText(stock, bundle);
+}
+std::optional<std::string> StockCoatingText(const Stock& stock, const Bundle* bundle) {
+  return CoatingText(stock, bundle);
+}
+
 Items StockSummaryItems(const Stock& stock, const Bundle* bundle) {
   Items items;
   AddText(items, SizeText(stock, bundle));

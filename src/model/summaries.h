@@ -6,6 +6,7 @@
 // its keyword-table row, and an item whose code has no row is left out.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,6 +27,14 @@ class Bundle;
 std::vector<std::string> StockSummaryItems(const Stock& stock, const Bundle* bundle);
 std::string CreateStockSummary(const Stock& stock, const Bundle* bundle,
                                std::string_view separator);
+
+// Single attributes of a stock as the summaries and the paper lists show
+// them; nullopt when the attribute is unset or its table has no row for it.
+std::optional<std::string> StockSizeText(const Stock& stock, const Bundle* bundle);
+std::optional<std::string> StockColorText(const Stock& stock, const Bundle* bundle);
+std::optional<std::string> StockTypeText(const Stock& stock, const Bundle* bundle);
+std::optional<std::string> StockWeightText(const Stock& stock, const Bundle* bundle);
+std::optional<std::string> StockCoatingText(const Stock& stock, const Bundle* bundle);
 
 // The colour adjustments that are set (lightness, contrast, saturation,
 // colour cast, trapping widths) and the profiles chosen by name. The tone

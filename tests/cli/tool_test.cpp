@@ -36,7 +36,8 @@ TEST(Tool, HelpOnEveryCommandAndTheVersion) {
                                                           {"watermarks", "remove"},
                                                           {"type42"},
                                                           {"jotf", "write"},
-                                                          {"jotf", "export"}};
+                                                          {"jotf", "export"},
+                                                          {"printer-papers"}};
   for (std::vector<std::string> argv : commands) {
     std::string usage = "Usage: zorva";
     for (const std::string& word : argv) usage += " " + word;
