@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <libxml/parser.h>
 
+#include "core/plist_io.h"
 #include "jobticket/device_profile.h"
 #include "jobticket/jotf_import.h"
 #include "jobticket/jotf_keys.h"
@@ -81,6 +82,53 @@ TEST_F(JotfImportTest, SyntaxClassesAndTheirChecks) {
     } else {
       EXPECT_EQ(got, nullptr) << c.element;
     }
+  }
+}
+
+// "Minimum", "Maximum" and "CharacterSet" are looked up in the syntax
+// dictionary first, then in the feature's properties.
+TEST_F(JotfImportTest, LimitsComeFromTheSyntaxThenTheProperties) {
+  ZDPFinalize();
+  test::TempDir dir;
+  auto feature = [](const std::string& id, Dictionary props, Dictionary syntax) {
+    props.set("ID", Value(id));
+    props.set("JOTF", Value(true));
+    return Value(Dictionary{{"Properties", Value(props)}, {"Syntax", Value(syntax)}});
+  };
+  const Dictionary features{
+      {"LightenDarken", feature("LightenDarken", {{"Minimum", Value(0)}, {"Maximum", Value(10)}},
+                                {{"Number", Value(Dictionary{{"Maximum", Value(5)}})}})},
+      {"PagesPerSubset",
+       feature("PagesPerSubset", {{"Maximum", Value(10)}}, {{"Number", Value(Dictionary{})}})},
+      {"BannerMessage", feature("BannerMessage", {{"CharacterSet", Value("a-c")}},
+                                {{"Name", Value(Dictionary{{"CharacterSet", Value("x-z")}})}})},
+      {"RecipientName", feature("RecipientName", {{"CharacterSet", Value("a-c")}},
+                                {{"Name", Value(Dictionary{})}})}};
+  ASSERT_EQ(
+      WritePropertyListFile(dir / "p.plist", Value(Dictionary{{"Features", Value(features)}})), 0);
+  ASSERT_TRUE(ZDPInitializeFromFile(dir / "p.plist"));
+  const auto subset = [](const char* n) {
+    return "\t\t<pages-per-subset syntax=\"1setOf\">\n" + Element("value", "integer", n) +
+           "\t\t</pages-per-subset>\n";
+  };
+  struct Case {
+    std::string body;
+    const char* key;
+    bool accepted;
+  } cases[] = {
+      {Element("adjust-bw-darkness-value", "integer", "5"), "com.zorva.print.LightenDarken", true},
+      {Element("adjust-bw-darkness-value", "integer", "7"), "com.zorva.print.LightenDarken", false},
+      {Element("adjust-bw-darkness-value", "integer", "-1"), "com.zorva.print.LightenDarken",
+       false},
+      {subset("10"), "com.zorva.print.FinishingOffsetPagesPerSubset", true},
+      {subset("11"), "com.zorva.print.FinishingOffsetPagesPerSubset", false},
+      {Element("job-sheet-message", "text", "xyz"), "com.zorva.print.JobNotesSheetMessage", true},
+      {Element("job-sheet-message", "text", "abc"), "com.zorva.print.JobNotesSheetMessage", false},
+      {Element("job-recipient-name", "name", "cab"), "com.zorva.print.JobNotesRecipient", true},
+      {Element("job-recipient-name", "name", "cad"), "com.zorva.print.JobNotesRecipient", false},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(Import(Document(c.body)).contains(c.key), c.accepted) << c.body;
   }
 }
 
