@@ -217,27 +217,38 @@ bool JotfInCharacterSet(std::string_view text, std::string_view set) {
 
 // ---- Finding nodes -----------------------------------------------------------------
 
-JotfPathIndex::JotfPathIndex(xmlNodePtr start) {
-  std::string path;
-  add(start, path, 0);
-}
+namespace {
 
-void JotfPathIndex::add(xmlNodePtr node, std::string& path, int depth) {
-  if (depth > kMaxWalkDepth) return;
+// Depth-first from node; a subtree is entered only when its path is a
+// prefix of the one sought (up to a "." or the end).
+xmlNodePtr SearchTowards(xmlNodePtr node, std::string_view path, std::string& at, int depth) {
+  if (depth > kMaxWalkDepth) return nullptr;
   for (; node; node = node->next) {
     if (!IsElement(node)) continue;
-    const std::size_t mark = path.size();
-    path += '.';
-    path += NameOf(node);
-    if (first_.find(path) == first_.end()) first_.emplace(path, node);
-    add(node->children, path, depth + 1);
-    path.resize(mark);
+    const std::size_t mark = at.size();
+    at += '.';
+    at += NameOf(node);
+    xmlNodePtr found = nullptr;
+    if (at.size() <= path.size() && path.starts_with(at)) {
+      found = at.size() == path.size() ? node
+              : path[at.size()] == '.' ? SearchTowards(node->children, path, at, depth + 1)
+                                       : nullptr;
+    }
+    at.resize(mark);
+    if (found) return found;
   }
+  return nullptr;
 }
 
+}  // namespace
+
 xmlNodePtr JotfPathIndex::find(std::string_view path) const {
-  const auto it = first_.find(std::string(path));
-  return it == first_.end() ? nullptr : it->second;
+  const std::string key(path);
+  if (const auto it = found_.find(key); it != found_.end()) return it->second;
+  std::string at;
+  xmlNodePtr node = SearchTowards(start_, path, at, 0);
+  found_.emplace(key, node);
+  return node;
 }
 
 namespace {
