@@ -27,8 +27,10 @@ void AddWatermarksCommands(CLI::App& app);
 // zorva type42 FONT [--name NAME] [-o FILE] [--split-large-tables]
 void AddType42Command(CLI::App& app);
 
-// zorva jotf write|export
+// zorva jotf write|export|import|summary|profile
 void AddJotfCommands(CLI::App& app);
+// The import, summary and profile subcommands of zorva jotf.
+void AddJotfImportCommands(CLI::App* jotf);
 
 // zorva printer-papers PRINTER [--plist] [--timeout SECONDS]
 void AddPrinterPapersCommand(CLI::App& app);

@@ -137,11 +137,12 @@ void AddExport(CLI::App* jotf, const std::shared_ptr<JotfArgs>& args) {
 }  // namespace
 
 void AddJotfCommands(CLI::App& app) {
-  CLI::App* jotf = app.add_subcommand("jotf", "Write JOTF job tickets for the printer's server");
+  CLI::App* jotf = app.add_subcommand("jotf", "Write, import and summarise JOTF job tickets for the printer's server");
   jotf->require_subcommand(1);
   auto args = std::make_shared<JotfArgs>();
   AddWrite(jotf, args);
   AddExport(jotf, args);
+  AddJotfImportCommands(jotf);
 }
 
 }  // namespace zorva::cli

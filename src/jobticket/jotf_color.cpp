@@ -5,6 +5,7 @@
 
 #include "jobticket/jotf_commands.h"
 #include "jobticket/jotf_keys.h"
+#include "jobticket/jotf_maps.h"
 #include "jobticket/jotf_read.h"
 
 namespace zorva {
@@ -109,8 +110,6 @@ void WriteDestinationProfile(const JotfSink* sink, const FULLCOLORDATA* c) {
 // ---- Highlight colour ------------------------------------------------------------
 
 constexpr std::int32_t kHighlightCustom = 7;
-constexpr std::array<const char*, 6> kHighlightColorants = {"red",  "green",   "blue",
-                                                            "cyan", "magenta", "yellow"};
 
 void WriteColorMembers(const JotfSink* sink, const char* collection,
                        const std::array<std::pair<const char*, std::int32_t>, 3>& members) {
@@ -143,8 +142,6 @@ void WriteCustomColor(const JotfSink* sink, const Dictionary* color) {
   }
   JotfWrite(sink, "\t\t</highlight-colorant-color-custom-col>\n");
 }
-
-constexpr std::array<const char*, 3> kHalftoneKeywords = {"standard", "fine", "coarse"};
 
 }  // namespace
 
@@ -196,9 +193,9 @@ void WriteJOTFFullColorOptions(const Dictionary* options) {
 void WriteJOTFHighlightColor(const Dictionary* options) {
   const std::optional<std::int32_t> printing = ReadInt32(options, jotfkey::kHighlightPrintingColor);
   if (!printing) return;
-  if (*printing >= 1 && static_cast<std::size_t>(*printing) <= kHighlightColorants.size()) {
+  if (const char* colorant = JotfKeywordFor(JotfHighlightColorantMap, *printing)) {
     JotfPrintf(&writeData, "\t\t<highlight-colorant syntax=\"keyword\">%s</highlight-colorant>\n",
-               kHighlightColorants[static_cast<std::size_t>(*printing) - 1]);
+               colorant);
     return;
   }
   if (*printing != kHighlightCustom) return;
@@ -211,9 +208,10 @@ void WriteJOTFHighlightColor(const Dictionary* options) {
 
 void WriteJOTFHalftone(const Dictionary* settings) {
   const std::int32_t screen = jotf::ReadInt32Or(settings, jotfkey::kHalftoneScreen, 0);
-  if (screen < 1 || static_cast<std::size_t>(screen) > kHalftoneKeywords.size()) return;
+  const char* keyword = JotfKeywordFor(JotfHalftoneMap, screen);
+  if (!keyword) return;
   JotfPrintf(&writeData, "\t\t<halftone-graphics syntax=\"keyword\">%s</halftone-graphics>\n",
-             kHalftoneKeywords[static_cast<std::size_t>(screen) - 1]);
+             keyword);
 }
 
 }  // namespace zorva

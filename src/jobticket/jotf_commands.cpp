@@ -5,14 +5,13 @@
 
 #include <span>
 
+#include "jobticket/jotf_maps.h"
+
 namespace zorva {
 
 namespace {
 
-struct KeywordOf {
-  std::int32_t value;
-  const char* text;
-};
+using KeywordOf = JotfKeywordRow;
 
 enum class Shape : std::uint8_t {
   Integer,        // any value, decimal
@@ -33,74 +32,39 @@ struct CommandRow {
 };
 
 constexpr KeywordOf kCollate[] = {{1, "collated"}};
-constexpr KeywordOf kSides[] = {
-    {0, "one-sided"}, {1, "two-sided-long-edge"}, {2, "two-sided-short-edge"}};
 constexpr KeywordOf kOrientation[] = {{0, "3"}, {1, "4"}, {2, "5"}, {3, "6"}};
-constexpr KeywordOf kOutputBin[] = {
-    {0, "automatic"}, {1, "top"},     {2, "stacker"},   {3, "side"},
-    {4, "top-1"},     {5, "top-2"},   {6, "stacker-1"}, {7, "stacker-2"},
-    {8, "top"},       {9, "stacker"}, {10, "tray-1"},
-};
-constexpr KeywordOf kTonerSaver[] = {{0, "none"}, {1, "standard"}};
-constexpr KeywordOf kJobOffset[] = {
-    {0, "none"},       {1, "offset-set"},    {2, "offset-subset"},
-    {3, "offset-set"}, {3, "offset-subset"}, {4, "offset-job"},
-};
-constexpr KeywordOf kDarknessMode[] = {{2, "normal"}, {3, "taltek180-adjustable"}};
-constexpr KeywordOf kPageRotation[] = {{1, "rotate-0"}, {0, "rotate-180"}};
-constexpr KeywordOf kOPIInsertion[] = {{0, "insert"}, {1, "do-not-insert"}};
-constexpr KeywordOf kOPIPreScan[] = {
-    {0, "no-pre-scan"}, {1, "pre-scan"}, {2, "pre-scan-and-gather"}};
-constexpr KeywordOf kAntiAliasing[] = {{1, "none"}, {2, "standard"}};
-constexpr KeywordOf kTrapping[] = {{1, "all"}, {2, "off"}};
-constexpr KeywordOf kBlackOverprint[] = {{1, "black-overprint-on"}, {2, "black-overprint-off"}};
-constexpr KeywordOf kRendering[] = {
-    {1, "saturation"},
-    {2, "relative-colorimetric"},
-    {3, "absolute-colorimetric"},
-    {4, "perceptual"},
-    {5, "pure-text"},
-    {6, "automatic"},
-};
-constexpr KeywordOf kPageDelivery[] = {
-    {2, "same-order-face-down"},
-    {3, "reverse-order-face-up"},
-    {4, "same-order-face-up"},
-    {5, "reverse-order-face-down"},
-};
-constexpr KeywordOf kColorEffects[] = {{1, "monochrome-grayscale"}, {2, "color"}};
 
 constexpr CommandRow kCommands[] = {
     {0, Shape::Integer, "copies"},
     {1, Shape::Keyword, "sheet-collate", kCollate, "uncollated"},
-    {2, Shape::Keyword, "sides", kSides},
+    {2, Shape::Keyword, "sides", JotfSidesMap},
     {3, Shape::Enum, "orientation-requested", kOrientation},
-    {4, Shape::Keyword, "output-bin", kOutputBin},
+    {4, Shape::Keyword, "output-bin", JotfOutputBinMap},
     {5, Shape::Integer, "adjust-bw-darkness-value"},
-    {6, Shape::Keyword, "toner-saver", kTonerSaver},
-    {7, Shape::KeywordSet, "job-offset", kJobOffset},
+    {6, Shape::Keyword, "toner-saver", JotfTonerSaverMap},
+    {7, Shape::KeywordSet, "job-offset", JotfJobOffsetMap},
     {8, Shape::IntegerSet, "pages-per-subset"},
-    {9, Shape::Keyword, "adjust-bw-darkness-mode", kDarknessMode},
-    {10, Shape::Keyword, "page-rotation", kPageRotation},
+    {9, Shape::Keyword, "adjust-bw-darkness-mode", JotfPrinterEmulationMap},
+    {10, Shape::Keyword, "page-rotation", JotfPageRotationMap},
     {11, Shape::SlipSheets, "separator-sheets"},
-    {12, Shape::Keyword, "opi-image-insertion", kOPIInsertion},
-    {13, Shape::Keyword, "opi-image-pre-scan", kOPIPreScan},
-    {14, Shape::Keyword, "anti-aliasing", kAntiAliasing},
+    {12, Shape::Keyword, "opi-image-insertion", JotfOPISubstitutionMap},
+    {13, Shape::Keyword, "opi-image-pre-scan", JotfOPIPrescanMap},
+    {14, Shape::Keyword, "anti-aliasing", JotfAntialiasingMap},
     {16, Shape::AdjustInteger, "adjust-lightness"},
     {17, Shape::AdjustInteger, "adjust-contrast"},
     {18, Shape::AdjustInteger, "adjust-saturation"},
     {19, Shape::AdjustInteger, "adjust-cyan-red"},
     {20, Shape::AdjustInteger, "adjust-magenta-green"},
     {21, Shape::AdjustInteger, "adjust-yellow-blue"},
-    {22, Shape::Keyword, "trapping", kTrapping},
+    {22, Shape::Keyword, "trapping", JotfTrappingMap},
     {23, Shape::Integer, "trap-width-fast"},
     {24, Shape::Integer, "trap-width-slow"},
-    {25, Shape::Keyword, "black-overprint", kBlackOverprint},
-    {26, Shape::Keyword, "rendering-intent-images", kRendering},
-    {27, Shape::Keyword, "rendering-intent-text", kRendering},
-    {28, Shape::Keyword, "rendering-intent-graphics", kRendering},
-    {29, Shape::Keyword, "page-delivery", kPageDelivery},
-    {30, Shape::Keyword, "color-effects-type", kColorEffects},
+    {25, Shape::Keyword, "black-overprint", JotfBlackOverprintMap},
+    {26, Shape::Keyword, "rendering-intent-images", JotfRenderingMap},
+    {27, Shape::Keyword, "rendering-intent-text", JotfRenderingMap},
+    {28, Shape::Keyword, "rendering-intent-graphics", JotfRenderingMap},
+    {29, Shape::Keyword, "page-delivery", JotfOutputOrderMap},
+    {30, Shape::Keyword, "color-effects-type", JotfOutputColorMap},
 };
 
 const CommandRow* RowFor(int code) {
@@ -112,7 +76,7 @@ const CommandRow* RowFor(int code) {
 
 const char* TextFor(const CommandRow& row, std::int32_t value) {
   for (const KeywordOf& k : row.values) {
-    if (k.value == value) return k.text;
+    if (k.value == value) return k.keyword;
   }
   return row.otherwise;
 }
@@ -120,7 +84,8 @@ const char* TextFor(const CommandRow& row, std::int32_t value) {
 void WriteKeywordSet(const JotfSink* sink, const CommandRow& row, std::int32_t value) {
   JotfPrintf(sink, "\t\t<%s syntax=\"1setOf\">\n", row.attribute);
   for (const KeywordOf& k : row.values) {
-    if (k.value == value) JotfPrintf(sink, "\t\t\t<value syntax=\"keyword\">%s</value>\n", k.text);
+    if (k.value == value)
+      JotfPrintf(sink, "\t\t\t<value syntax=\"keyword\">%s</value>\n", k.keyword);
   }
   JotfPrintf(sink, "\t\t</%s>\n", row.attribute);
 }
@@ -147,6 +112,15 @@ void WriteListed(const JotfSink* sink, const CommandRow& row, const char* syntax
 }
 
 }  // namespace
+
+std::int32_t JotfCommandValueFor(int code, std::string_view keyword) {
+  const CommandRow* row = RowFor(code);
+  if (!row) return -1;
+  for (const KeywordOf& k : row->values) {
+    if (keyword == k.keyword) return k.value;
+  }
+  return -1;
+}
 
 int WriteJotfCommands(const JotfSink* sink, int code, std::int32_t value) {
   const CommandRow* row = RowFor(code);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "jobticket/jotf_sink.h"
 
@@ -47,5 +48,8 @@ enum JotfCommand : int {
 // row (15, 31 and above, negatives) and values a keyword row does not list
 // write nothing; the job-offset row writes an empty set for them.
 int WriteJotfCommands(const JotfSink* sink, int code, std::int32_t value);
+
+// The first value of the command's row that writes keyword; -1 when none.
+std::int32_t JotfCommandValueFor(int code, std::string_view keyword);
 
 }  // namespace zorva

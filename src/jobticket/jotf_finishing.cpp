@@ -8,6 +8,7 @@
 #include "jobticket/jotf_commands.h"
 #include "jobticket/jotf_job_attributes.h"
 #include "jobticket/jotf_keys.h"
+#include "jobticket/jotf_maps.h"
 #include "jobticket/jotf_read.h"
 
 namespace zorva {
@@ -17,40 +18,8 @@ namespace {
 using jotf::ReadInt32;
 using jotf::ReadInt32Or;
 
-struct CodeMap {
-  std::int32_t from;
-  std::int32_t to;
-};
-
-// The dialogs' staple values -> staple codes (one table for every staple entry).
-constexpr CodeMap kStapleValues[] = {
-    {5, 0},  {6, 2},  {7, 1},   {8, 20},  {10, 3},  {11, 4},
-    {12, 5}, {13, 6}, {26, 16}, {27, 17}, {28, 18}, {29, 19},
-};
-// Hole-punch values -> punch codes.
-constexpr CodeMap kPunchValues[] = {{32, 31}, {33, 32}, {34, 33}, {35, 34}};
-// Punch options (number of holes) -> punch-holes codes.
-constexpr CodeMap kHoleCounts[] = {{2, 35}, {3, 36}, {4, 37}};
-
-// Codes -> `finishings` enums.
-constexpr CodeMap kStapleEnums[] = {
-    {0, 20},  {1, 22},  {2, 21},  {3, 28},  {4, 29},  {5, 31},  {6, 30},
-    {7, 110}, {16, 32}, {17, 33}, {18, 35}, {19, 34}, {20, 23},
-};
-constexpr CodeMap kFoldEnums[] = {
-    {9, 3},     {10, 111},  {23, 111},  {11, 1000}, {27, 1000}, {12, 1001},
-    {29, 1001}, {13, 50},   {14, 52},   {15, 13},   {21, 1003}, {22, 1004},
-    {24, 110},  {25, 1011}, {26, 1008}, {28, 1005}, {30, 1012},
-};
-constexpr CodeMap kPunchEnums[] = {{31, 93}, {32, 94}, {33, 96}, {34, 95}};
-constexpr CodeMap kPunchHoleEnums[] = {{35, 90}, {36, 91}, {37, 92}};
-
-template <std::size_t N>
-std::int32_t Map(const CodeMap (&map)[N], std::int32_t code) {
-  for (const CodeMap& row : map) {
-    if (row.from == code) return row.to;
-  }
-  return -1;
+std::int32_t Map(JotfCodeMap map, std::int32_t code) {
+  return JotfMapCode(map, code);
 }
 
 // What one choice of the finishing menu takes from the dialogs' values.
@@ -115,11 +84,11 @@ void FillFromChoice(FINISHINGDATA* f, const FinishingChoice& c, const Dictionary
   if (!c.stapleKey.empty()) f->staple = StapleFrom(settings, c.stapleKey);
   if (!c.foldKey.empty()) f->fold = FoldFrom(settings, c.foldKey);
   if (c.punch) {
-    f->punch = Map(kPunchValues, ReadInt32Or(settings, jotfkey::kFinishingHolePunch, 0));
+    f->punch = Map(JotfPunchValueMap, ReadInt32Or(settings, jotfkey::kFinishingHolePunch, 0));
     f->punchHoles =
         c.holes != 0
             ? c.holes
-            : Map(kHoleCounts, ReadInt32Or(settings, jotfkey::kFinishingHolePunchOptions, 0));
+            : Map(JotfHoleCountMap, ReadInt32Or(settings, jotfkey::kFinishingHolePunchOptions, 0));
   }
   if (c.custom) {
     std::optional<std::string> name = jotf::ReadEscaped(settings, jotfkey::kFinishingCustom);
@@ -133,9 +102,7 @@ void Emit(const JotfSink* sink, const std::string& buffer) {
 
 // Formats the value line when the code is listed; the buffer is written
 // either way.
-template <std::size_t N>
-void EmitValue(const JotfSink* sink, std::string& buffer, const CodeMap (&enums)[N],
-               std::int32_t code) {
+void EmitValue(const JotfSink* sink, std::string& buffer, JotfCodeMap enums, std::int32_t code) {
   const std::int32_t value = Map(enums, code);
   if (value != -1) JotfFormatInto(buffer, "\t\t\t<value syntax=\"enum\">%d</value>\n", value);
   Emit(sink, buffer);
@@ -154,7 +121,7 @@ void WriteTemplate(const JotfSink* sink, std::string& buffer, const std::string&
 }  // namespace
 
 std::int32_t JotfStapleCodeForValue(std::int32_t value) {
-  return Map(kStapleValues, value);
+  return Map(JotfStapleValueMap, value);
 }
 
 int WriteJotfFinishing(const JotfSink* sink, const FINISHINGDATA* f) {
@@ -165,11 +132,11 @@ int WriteJotfFinishing(const JotfSink* sink, const FINISHINGDATA* f) {
   }
   if (f->staple == -1 && f->fold == -1 && f->punch == -1) return 0;
   Emit(sink, buffer = "\t\t<finishings syntax=\"1setOf\">\n");
-  if (f->staple != -1) EmitValue(sink, buffer, kStapleEnums, f->staple);
-  if (f->fold != -1) EmitValue(sink, buffer, kFoldEnums, f->fold);
+  if (f->staple != -1) EmitValue(sink, buffer, JotfStapleEnumMap, f->staple);
+  if (f->fold != -1) EmitValue(sink, buffer, JotfFoldEnumMap, f->fold);
   if (f->punch != -1) {
-    EmitValue(sink, buffer, kPunchEnums, f->punch);
-    const std::int32_t holes = Map(kPunchHoleEnums, f->punchHoles);
+    EmitValue(sink, buffer, JotfPunchEnumMap, f->punch);
+    const std::int32_t holes = Map(JotfPunchHoleEnumMap, f->punchHoles);
     if (holes != -1) {
       JotfFormatInto(buffer, "\t\t\t<value syntax=\"enum\">%d</value>\n", holes);
     } else {

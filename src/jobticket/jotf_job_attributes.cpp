@@ -3,8 +3,11 @@
 // colour settings, and the job's image shift.
 #include "jobticket/jotf_job_attributes.h"
 
+#include <charconv>
+
 #include "jobticket/jotf_commands.h"
 #include "jobticket/jotf_keys.h"
+#include "jobticket/jotf_maps.h"
 #include "jobticket/jotf_read.h"
 #include "jobticket/jotf_special_pages.h"
 
@@ -14,36 +17,23 @@ namespace {
 
 using jotf::ReadInt32;
 
-struct ValueMap {
-  std::int32_t setting;  // the ticket value
-  std::int32_t command;  // the command writer's value
-};
+// The command value that writes the keyword of the ticket value in map.
+std::optional<std::int32_t> CommandValue(JotfKeywordMap map, int code,
+                                         std::optional<std::int32_t> v) {
+  const char* keyword = v ? JotfKeywordFor(map, *v) : nullptr;
+  if (!keyword) return std::nullopt;
+  return JotfCommandValueFor(code, keyword);
+}
 
-// Output destination -> `output-bin` value of the command table.
-constexpr ValueMap kOutputDestinations[] = {
-    {1, 0}, {2, 1}, {3, 1}, {18, 1}, {4, 2},  {12, 2},  {17, 2},
-    {5, 6}, {6, 7}, {8, 4}, {9, 5},  {16, 8}, {20, 10},
-};
-
-constexpr ValueMap kDuplex[] = {{2, 1}, {3, 2}};
-constexpr ValueMap kRotation[] = {{1, 1}, {2, 0}};
-
-struct ResolutionRow {
-  std::int32_t setting;
-  std::int32_t crossFeed;
-  std::int32_t feedDirection;
-};
-
-constexpr ResolutionRow kResolutions[] = {
-    {1, 300, 300}, {2, 600, 600}, {3, 1200, 600}, {4, 1200, 1200}};
-
-template <std::size_t N>
-std::optional<std::int32_t> Translate(const ValueMap (&map)[N], std::optional<std::int32_t> v) {
-  if (!v) return std::nullopt;
-  for (const ValueMap& row : map) {
-    if (row.setting == *v) return row.command;
-  }
-  return std::nullopt;
+// "1200x600" -> 1200, 600.
+bool ParseResolution(std::string_view keyword, std::int32_t* crossFeed,
+                     std::int32_t* feedDirection) {
+  const std::size_t x = keyword.find('x');
+  if (x == std::string_view::npos) return false;
+  const auto a = std::from_chars(keyword.data(), keyword.data() + x, *crossFeed);
+  const auto b =
+      std::from_chars(keyword.data() + x + 1, keyword.data() + keyword.size(), *feedDirection);
+  return a.ec == std::errc() && b.ec == std::errc();
 }
 
 // The entry's value, as it is, through the command writer.
@@ -58,19 +48,22 @@ void WriteAsIs(const Dictionary* settings, std::string_view key, int code) {
 void WriteJOTFDuplex(const Dictionary* settings) {
   std::optional<std::int32_t> duplex = ReadInt32(settings, jotfkey::kFinishingDuplex);
   if (!duplex) duplex = ReadInt32(settings, jotfkey::kPMDuplexing);
-  WriteJotfCommands(&writeData, kJotfSides, Translate(kDuplex, duplex).value_or(0));
+  WriteJotfCommands(&writeData, kJotfSides,
+                    CommandValue(JotfDuplexMap, kJotfSides, duplex).value_or(0));
 }
 
 void WriteJOTFOutputDestination(const Dictionary* settings) {
-  const auto bin = Translate(kOutputDestinations, ReadInt32(settings, jotfkey::kOutputDestination));
+  const auto bin = CommandValue(JotfOutputDestinationMap, kJotfOutputBin,
+                                ReadInt32(settings, jotfkey::kOutputDestination));
   if (bin) WriteJotfCommands(&writeData, kJotfOutputBin, *bin);
 }
 
 void WriteJOTFResolution(const Dictionary* settings) {
   const std::optional<std::int32_t> v = ReadInt32(settings, jotfkey::kResolution);
-  if (!v) return;
-  for (const ResolutionRow& row : kResolutions) {
-    if (row.setting == *v) WriteJotfResolution(&writeData, row.crossFeed, row.feedDirection);
+  const char* keyword = v ? JotfKeywordFor(JotfResolutionMap, *v) : nullptr;
+  std::int32_t crossFeed = 0, feedDirection = 0;
+  if (keyword && ParseResolution(keyword, &crossFeed, &feedDirection)) {
+    WriteJotfResolution(&writeData, crossFeed, feedDirection);
   }
 }
 
@@ -113,7 +106,8 @@ void WriteJOTFPrinterEmulation(const Dictionary* settings) {
 }
 
 void WriteJOTFImageRotation(const Dictionary* settings) {
-  const auto rotation = Translate(kRotation, ReadInt32(settings, jotfkey::kRotateImage180));
+  const auto rotation = CommandValue(JotfRotationMap, kJotfPageRotation,
+                                     ReadInt32(settings, jotfkey::kRotateImage180));
   if (rotation) WriteJotfCommands(&writeData, kJotfPageRotation, *rotation);
 }
 

@@ -3,10 +3,9 @@
 // printer's paper list may bring (type 11 and up) included.
 #include "jobticket/jotf_media.h"
 
-#include <array>
-
 #include "host/keyword_tables.h"
 #include "jobticket/jotf_keys.h"
+#include "jobticket/jotf_maps.h"
 #include "jobticket/jotf_page_size.h"
 #include "jobticket/jotf_read.h"
 #include "model/stock.h"
@@ -46,12 +45,6 @@ constexpr ColorRow kColorRows[] = {
     {17, 12, NameFrom::Literal, "custom3"}, {18, 12, NameFrom::Literal, "custom4"},
     {19, 12, NameFrom::Literal, "custom5"}, {20, 12, NameFrom::Literal, "custom6"},
     {21, 12, NameFrom::Literal, "custom7"},
-};
-
-// Keyword of each colour code below 12.
-constexpr std::array<const char*, 12> kColorKeywords = {
-    "no-color", "white",     "pink", "yellow", "blue", "green",
-    "buff",     "goldenrod", "red",  "ivory",  "gray", "orange",
 };
 
 // ---- Type -----------------------------------------------------------------------
@@ -136,31 +129,6 @@ constexpr TypeRow kTypeRows[] = {
     {.type = 44, .code = 13},
     {.type = 45, .code = 0, .weight = 141},
 };
-
-// Keyword of each media type code that writes `media-type` as a keyword.
-constexpr std::array<const char*, 14> kMediaTypeKeywords = {
-    "stationery", "transparency", "tab-stock", "pre-cut-tabs", "full-cut-tabs", "labels", nullptr,
-    nullptr,      "envelope",     nullptr,     nullptr,        "other",         "bond",   nullptr,
-};
-
-constexpr std::array<const char*, 3> kPrePrintedKeywords = {"blank", "pre-printed", "letter-head"};
-constexpr std::array<const char*, 5> kCoatingKeywords = {"glossy", "high-gloss", "semi-gloss",
-                                                         "satin", "matte"};
-constexpr std::array<const char*, 4> kToothKeywords = {"fine", "medium", "coarse", "semi-coarse"};
-constexpr std::array<const char*, 2> kGrainKeywords = {"y-grain", "x-grain"};
-
-// Keyword `value` of a 1-based list, or nullptr outside it.
-template <std::size_t N>
-const char* OneBased(const std::array<const char*, N>& list, std::int32_t value) {
-  if (value < 1 || static_cast<std::size_t>(value) > N) return nullptr;
-  return list[static_cast<std::size_t>(value) - 1];
-}
-
-template <std::size_t N>
-const char* ZeroBased(const std::array<const char*, N>& list, std::int32_t value) {
-  if (value < 0 || static_cast<std::size_t>(value) >= N) return nullptr;
-  return list[static_cast<std::size_t>(value)];
-}
 
 // The custom name a table row gives: the stock's own (escaped, cut), a fixed
 // one, or none.
@@ -293,6 +261,40 @@ void FinalizeMediaData(MEDIADATA* media) {
   media->mediaKey.reset();
 }
 
+// ---- Reading back ---------------------------------------------------------------
+
+std::optional<std::int32_t> JotfStockColorForCode(std::int32_t code) {
+  for (const ColorRow& row : kColorRows) {
+    if (row.code == code && row.from == NameFrom::None) return row.color;
+  }
+  return std::nullopt;
+}
+
+std::int32_t JotfStockColorForName(std::string_view name) {
+  for (const ColorRow& row : kColorRows) {
+    if (row.from == NameFrom::Literal && name == row.name) return row.color;
+  }
+  return kStockColorCustom;
+}
+
+std::optional<std::int32_t> JotfStockTypeForCode(std::int32_t code, std::int32_t prePrinted,
+                                                 std::int32_t recycled) {
+  for (const TypeRow& row : kTypeRows) {
+    if (row.code == code && row.prePrinted == prePrinted && row.recycled == recycled &&
+        row.from == NameFrom::None) {
+      return row.type;
+    }
+  }
+  return std::nullopt;
+}
+
+std::int32_t JotfStockTypeForName(std::string_view name) {
+  for (const TypeRow& row : kTypeRows) {
+    if (row.from == NameFrom::Literal && name == row.name) return row.type;
+  }
+  return kStockTypeCustom;
+}
+
 // ---- Printing -------------------------------------------------------------------
 
 namespace {
@@ -302,13 +304,13 @@ const char* NameOf(const std::optional<std::string>& name) {
 }
 
 void WriteMediaType(const JotfSink* sink, const MEDIADATA* m) {
-  if (const char* keyword = ZeroBased(kMediaTypeKeywords, m->mediaType)) {
+  if (const char* keyword = JotfKeywordFor(JotfMediaTypeMap, m->mediaType)) {
     JotfPrintf(sink, "\t\t\t<media-type syntax=\"keyword\">%s</media-type>\n", keyword);
   } else if (m->mediaType == 9 || m->mediaType == 10) {
     JotfPrintf(sink, "\t\t\t<media-type syntax=\"name\" xml:space=\"preserve\">%s</media-type>\n",
                NameOf(m->customTypeName));
   } else if (m->mediaType == 6) {
-    if (const char* kind = ZeroBased(kPrePrintedKeywords, m->prePrinted)) {
+    if (const char* kind = JotfKeywordFor(JotfPrePrintedMap, m->prePrinted)) {
       JotfPrintf(sink, "\t\t\t<media-pre-printed syntax=\"keyword\">%s</media-pre-printed>\n",
                  kind);
     }
@@ -343,7 +345,7 @@ void WriteWeightDescriptionHoles(const JotfSink* sink, const MEDIADATA* m) {
 }
 
 void WriteColor(const JotfSink* sink, const MEDIADATA* m) {
-  if (const char* keyword = ZeroBased(kColorKeywords, m->color)) {
+  if (const char* keyword = JotfKeywordFor(JotfMediaColorMap, m->color)) {
     JotfPrintf(sink, "\t\t\t<media-color syntax=\"keyword\">%s</media-color>\n", keyword);
   } else if (m->color == kNamedColor) {
     JotfPrintf(sink, "\t\t\t<media-color syntax=\"name\" xml:space=\"preserve\">%s</media-color>\n",
@@ -363,7 +365,7 @@ void WriteSize(const JotfSink* sink, const MEDIADATA* m) {
 
 void WriteCoating(const JotfSink* sink, const MEDIADATA* m) {
   if (m->sidesCoated == -1) return;
-  const char* coating = OneBased(kCoatingKeywords, m->coatingType);
+  const char* coating = JotfKeywordFor(JotfCoatingMap, m->coatingType);
   const char* front = coating;
   const char* back = coating;
   if (m->sidesCoated == 1) front = back = "none";
@@ -380,10 +382,10 @@ void WriteCoating(const JotfSink* sink, const MEDIADATA* m) {
 }
 
 void WriteToothAndGrain(const JotfSink* sink, const MEDIADATA* m) {
-  if (const char* tooth = OneBased(kToothKeywords, m->tooth)) {
+  if (const char* tooth = JotfKeywordFor(JotfToothMap, m->tooth)) {
     JotfPrintf(sink, "\t\t\t<media-tooth syntax=\"keyword\">%s</media-tooth>\n", tooth);
   }
-  if (const char* grain = OneBased(kGrainKeywords, m->grain)) {
+  if (const char* grain = JotfKeywordFor(JotfGrainMap, m->grain)) {
     JotfPrintf(sink, "\t\t\t<media-grain syntax=\"keyword\">%s</media-grain>\n", grain);
   }
 }

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "core/value.h"
 #include "jobticket/jotf_sink.h"
@@ -60,6 +61,20 @@ void FinalizeMediaData(MEDIADATA* media);
 // Prints the record: `media` for the inserter, else a `media-col` collection
 // at two tabs with its members at three.
 int WriteJotfMedia(const JotfSink* sink, const MEDIADATA* media);
+
+// The writer's colour and type tables read backwards, for import: the
+// stock's "Color" of a colour code (first row), or of a name written for it
+// ("other", "custom1"...; any other name is the custom colour 10); the
+// "Type" of a media type code with the pre-printed kind and recycled flag it
+// implies, or of a type name ("Custom1"..., "stationery2"; any other name is
+// the custom type 6).
+inline constexpr std::int32_t kStockColorCustom = 10;
+inline constexpr std::int32_t kStockTypeCustom = 6;
+std::optional<std::int32_t> JotfStockColorForCode(std::int32_t code);
+std::int32_t JotfStockColorForName(std::string_view name);
+std::optional<std::int32_t> JotfStockTypeForCode(std::int32_t code, std::int32_t prePrinted,
+                                                 std::int32_t recycled);
+std::int32_t JotfStockTypeForName(std::string_view name);
 
 // The job's own paper ("com.zorva.print.JobLevelStock"); always writes.
 void WriteJOTFJobLevelStock(const Dictionary* settings);

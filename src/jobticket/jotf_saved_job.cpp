@@ -1,9 +1,8 @@
 // The saved-job disposition: hold, save only, print and save, or none, with
 // where and in which format the printer keeps the job.
-#include <array>
-
 #include "jobticket/jotf_job_attributes.h"
 #include "jobticket/jotf_keys.h"
+#include "jobticket/jotf_maps.h"
 #include "jobticket/jotf_read.h"
 
 namespace zorva {
@@ -13,11 +12,6 @@ namespace {
 using jotf::ReadInt32Or;
 
 constexpr std::string_view kDefaultSaveLocation = "file:///job-repository/";
-
-constexpr std::array<const char*, 5> kSaveFormats = {
-    "application/X-single-page-tiff", "application/X-multi-page-tiff",      "application/pdf",
-    "application/X-fast-reprint",     "application/X-fast-reprint-and-dri",
-};
 
 std::int32_t DispositionFor(const Dictionary* jobType) {
   switch (ReadInt32Or(jobType, jotfkey::kJobTypeJobType, 1)) {
@@ -47,11 +41,12 @@ void WriteSaveInfo(const JotfSink* sink, const JOBTYPEDATA* data) {
              data->saveLocation ? data->saveLocation->c_str() : "");
   JotfPrintf(sink, "\t\t\t\t\t<save-name syntax=\"name\" xml:space=\"preserve\">%s</save-name>\n",
              data->saveName ? data->saveName->c_str() : "");
-  if (data->format >= 0 && static_cast<std::size_t>(data->format) < kSaveFormats.size()) {
+  // Format codes count from 0, the ticket's "MediaType" from 1.
+  if (const char* format = JotfKeywordFor(JotfSaveFormatMap, data->format + 1)) {
     JotfPrintf(
         sink,
         "\t\t\t\t\t<save-document-format syntax=\"mimeMediaType\">%s</save-document-format>\n",
-        kSaveFormats[static_cast<std::size_t>(data->format)]);
+        format);
   }
   JotfWrite(sink, "\t\t\t\t</value>\n");
   JotfWrite(sink, "\t\t\t</save-info>\n");
@@ -74,7 +69,7 @@ void FillJobTypeData(JOBTYPEDATA* data, const Dictionary* jobType, const Diction
 int WriteJotfJobTypes(const JotfSink* sink, const JOBTYPEDATA* data) {
   switch (data->disposition) {
     case 0:
-      WriteDispositionStart(sink, "none");
+      WriteDispositionStart(sink, JotfKeywordFor(JotfSaveDispositionMap, 0));
       break;
     case 1:
       // No collection around it, and three tabs deep: the server reads it so.
@@ -82,7 +77,7 @@ int WriteJotfJobTypes(const JotfSink* sink, const JOBTYPEDATA* data) {
       return 0;
     case 2:
     case 3:
-      WriteDispositionStart(sink, data->disposition == 2 ? "save-only" : "print-save");
+      WriteDispositionStart(sink, JotfKeywordFor(JotfSaveDispositionMap, data->disposition));
       WriteSaveInfo(sink, data);
       break;
     default:

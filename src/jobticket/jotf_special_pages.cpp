@@ -7,6 +7,7 @@
 
 #include "jobticket/jotf_commands.h"
 #include "jobticket/jotf_keys.h"
+#include "jobticket/jotf_maps.h"
 #include "jobticket/jotf_read.h"
 
 namespace zorva {
@@ -53,18 +54,8 @@ void WritePageImageShift(const JotfSink* sink, const PAGEDATA* page) {
 }
 
 const char* CoverTypeKeyword(int coverType) {
-  switch (coverType) {
-    case 1:
-      return "print-none";
-    case 2:
-      return "print-front";
-    case 3:
-      return "print-back";
-    case 4:
-      return "print-both";
-    default:
-      return "no-cover";
-  }
+  const char* keyword = coverType >= 1 ? JotfKeywordFor(JotfCoverTypeMap, coverType) : nullptr;
+  return keyword ? keyword : "no-cover";
 }
 
 void WriteCover(const Dictionary* settings, std::string_view key, int which) {
