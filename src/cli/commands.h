@@ -30,4 +30,10 @@ void AddType42Command(CLI::App& app);
 // zorva jotf write|export
 void AddJotfCommands(CLI::App& app);
 
+// zorva ppd FILE | --queue NAME [--choices KEYWORD [--check-conflicts]] [--installed]
+void AddPPDCommand(CLI::App& app);
+
+// zorva papers list|show|add|remove|use|recent
+void AddPapersCommands(CLI::App& app);
+
 }  // namespace zorva::cli

@@ -165,6 +165,10 @@ TextEncoding PPDGetEncoding(const PPD* ppd) {
   return ppd != nullptr ? ppd->encoding() : TextEncoding::MacRoman;
 }
 
+bool PPDHasOption(const PPD* ppd, std::string_view keyword) {
+  return FindOption(ppd, keyword) != nullptr;
+}
+
 std::optional<std::string> PPDCopyDefaultChoice(const PPD* ppd, std::string_view keyword) {
   const ppd_option_t* option = FindOption(ppd, keyword);
   if (option == nullptr || option->defchoice[0] == '\0') return std::nullopt;

@@ -49,6 +49,9 @@ void PPDCloseCurrent();
 // The text encoding of the PPD (Mac Roman for nullptr).
 TextEncoding PPDGetEncoding(const PPD* ppd);
 
+// Whether the PPD has an option with that keyword.
+bool PPDHasOption(const PPD* ppd, std::string_view keyword);
+
 // The option's default choice keyword, or nullopt.
 std::optional<std::string> PPDCopyDefaultChoice(const PPD* ppd, std::string_view keyword);
 // The human-readable text of a choice, in UTF-8, or nullopt.
