@@ -90,7 +90,7 @@ TEST(PPDCommand, QueueFromAPrivateCupsServer) {
   PrivateCupsd cupsd;
   std::string reason;
   if (!cupsd.start(&reason)) GTEST_SKIP() << "cupsd cannot run here: " << reason;
-  ASSERT_TRUE(cupsd.addQueue("QM4400", kExample));
+  ASSERT_TRUE(cupsd.addQueue("QM4400", kExample, &reason)) << reason;
   ScopedEnv server("CUPS_SERVER", cupsd.server());
   ToolResult r = RunTool({"ppd", "--queue", "QM4400", "--choices", "StapleLocation"});
   EXPECT_EQ(r.exitCode, 0) << r.err;

@@ -18,8 +18,9 @@ class PPDQueue : public ::testing::Test {
     std::string reason;
     if (!cupsd_->start(&reason)) {
       skipReason_ = "cupsd cannot run here: " + reason;
-    } else if (!cupsd_->addQueue("ZorvaQM4400", test::TestData("ppd/zorva-production.ppd"))) {
-      skipReason_ = "lpadmin could not add the test queue";
+    } else if (!cupsd_->addQueue("ZorvaQM4400", test::TestData("ppd/zorva-production.ppd"),
+                                 &reason)) {
+      skipReason_ = "could not add the test queue: " + reason;
     }
   }
   static void TearDownTestSuite() {

@@ -73,7 +73,8 @@ class PrivateCupsd {
       _exit(127);
     }
     for (int i = 0; i < 100; ++i) {
-      if (RunProgram("lpstat", {"-h", server(), "-r"}).exitCode == 0) return true;
+      // lpstat exits 0 either way; only its text tells.
+      if (RunProgram("lpstat", {"-h", server(), "-r"}).out == "scheduler is running\n") return true;
       int status = 0;
       if (waitpid(pid_, &status, WNOHANG) == pid_) {
         pid_ = -1;
@@ -84,11 +85,14 @@ class PrivateCupsd {
     return fail(reason, "cupsd did not answer on " + server());
   }
 
-  // Adds an enabled queue printing to /dev/null with the PPD.
-  bool addQueue(const std::string& name, const std::filesystem::path& ppd) {
-    return RunProgram("lpadmin", {"-h", server(), "-p", name, "-v", "file:/dev/null", "-P",
-                                  ppd.string(), "-E"})
-               .exitCode == 0;
+  // Adds an enabled queue printing to /dev/null with the PPD; false with
+  // lpadmin's message in *reason when it cannot.
+  bool addQueue(const std::string& name, const std::filesystem::path& ppd,
+                std::string* reason = nullptr) {
+    ToolResult r = RunProgram(
+        "lpadmin", {"-h", server(), "-p", name, "-v", "file:/dev/null", "-P", ppd.string(), "-E"});
+    if (r.exitCode == 0) return true;
+    return fail(reason, "lpadmin: " + r.err + ReadText(dir_.path() / "log/error_log"));
   }
 
   std::string server() const { return "127.0.0.1:" + std::to_string(port_); }
