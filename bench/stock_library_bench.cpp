@@ -10,6 +10,7 @@
 #include <map>
 #include <string>
 
+#include "core/plist_io.h"
 #include "paper/stock_library.h"
 #include "paper/stock_library_view.h"
 
@@ -81,6 +82,21 @@ void BM_SortByName(benchmark::State& state) {
   }
 }
 BENCHMARK(BM_SortByName)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace zorva
+
+namespace zorva {
+namespace {
+
+void BM_ParseFileOnly(benchmark::State& state) {
+  const fs::path file = LibraryFolder(state.range(0)) / std::string(kStockLibraryFile);
+  for (auto _ : state) {
+    auto v = ReadPropertyListFile(file);
+    benchmark::DoNotOptimize(v.has_value());
+  }
+}
+BENCHMARK(BM_ParseFileOnly)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace zorva

@@ -108,6 +108,7 @@ void PrintInstallableOptions(const PPD* ppd) {
   const std::vector<PPDOptionInfo> options = PPDInstallableOptions(ppd);
   if (options.empty()) std::cout << "  none\n";
   std::vector<TextRow> rows;
+  rows.reserve(options.size());
   for (const PPDOptionInfo& o : options) {
     rows.push_back({"  " + o.keyword, o.defaultChoice.value_or("none"), o.text});
   }
