@@ -102,11 +102,13 @@ TEST_F(PapersCommand, AddByOptionsAndFromAFile) {
 }
 
 TEST_F(PapersCommand, DuplicateNamesFollowThePreference) {
-  const std::string first = Add({"--name", "Gloss 170", "--weight", "200"});
-  EXPECT_NE(first, "5A0F0005-2C1B-4D6E-9A3F-5EED00000005") << "add always makes a new paper";
   EXPECT_EQ(Add({"--name", "GLOSS 170", "--weight", "210", "--replace"}),
             "5A0F0005-2C1B-4D6E-9A3F-5EED00000005")
-      << "the first match by name keeps its UUID";
+      << "the paper of that name keeps its UUID";
+  EXPECT_NE(Ok({"show", "gloss 170"}).find("Weight: integer 210"), std::string::npos);
+  const std::string second = Add({"--name", "Gloss 170", "--weight", "200"});
+  EXPECT_NE(second, "5A0F0005-2C1B-4D6E-9A3F-5EED00000005") << "add always makes a new paper";
+  EXPECT_NE(Ok({"show", second}).find("Weight: integer 200"), std::string::npos);
 
   auto prefs = ParsePropertyList(ReadText(tmp_.path() / "prefs/com.zorva.print.stocklibrary"));
   ASSERT_TRUE(prefs);
