@@ -198,6 +198,16 @@ void PPDSetCurrentChoice(Ticket& ticket, std::string_view keyword, std::string_v
   ticket.setDictionary(kTicketClientPrint, kPPDDictionaryKey, std::move(choices));
 }
 
+std::vector<std::pair<std::string, std::string>> PPDJobOptions(const Ticket& ticket) {
+  std::vector<std::pair<std::string, std::string>> options;
+  const Dictionary* choices = ticket.getDictionary(kPPDDictionaryKey);
+  if (choices == nullptr) return options;
+  for (const auto& [keyword, choice] : *choices) {
+    if (const std::string* text = choice.string()) options.emplace_back(keyword, *text);
+  }
+  return options;
+}
+
 void PPDGetTicketValueForChoiceOrDefault(const PPD* ppd, const Ticket& ticket,
                                          std::string_view keyword, std::int32_t& value) {
   std::optional<std::string> choice = PPDCopyCurrentChoice(ticket, keyword);

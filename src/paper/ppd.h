@@ -15,6 +15,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/bundle.h"
@@ -67,6 +68,10 @@ inline constexpr std::string_view kPPDDictionaryKey = "com.zorva.print.PPDDictio
 std::optional<std::string> PPDCopyCurrentChoice(const Ticket& ticket, std::string_view keyword);
 // Stores choice for keyword there (the dictionary is made when missing).
 void PPDSetCurrentChoice(Ticket& ticket, std::string_view keyword, std::string_view choice);
+
+// The ticket's PPD choices as CUPS job options ("Keyword", "Choice"), in
+// keyword order; entries that are not text are left out.
+std::vector<std::pair<std::string, std::string>> PPDJobOptions(const Ticket& ticket);
 
 // Takes the ticket's choice, else the PPD's default; when there is one writes
 // its ticket value (which may be -1) to value, otherwise leaves value alone.

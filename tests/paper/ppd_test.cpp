@@ -149,6 +149,13 @@ TEST(PPDChoices, DefaultsTextsAndTicketValues) {
   EXPECT_EQ(*ticket.getDictionary(kPPDDictionaryKey),
             (Dictionary{{"Duplex", Value("DuplexTumble")}, {"OutputBin", Value("Upper")}}));
 
+  Dictionary withOther = *ticket.getDictionary(kPPDDictionaryKey);
+  withOther.set("Jog", Value(1));
+  ticket.setDictionary("test", kPPDDictionaryKey, withOther);
+  using Options = std::vector<std::pair<std::string, std::string>>;
+  EXPECT_EQ(PPDJobOptions(ticket), (Options{{"Duplex", "DuplexTumble"}, {"OutputBin", "Upper"}}));
+  EXPECT_TRUE(PPDJobOptions(Ticket()).empty());
+
   std::int32_t value = 0;
   PPDGetTicketValueForChoiceOrDefault(Open("utf8.ppd").get(), Ticket(), "MediaType", value);
   EXPECT_EQ(value, 12) << "CardStock reads as its first row";
