@@ -4,11 +4,8 @@
 // cupsd cannot run, for example without the cups-daemon package.
 #pragma once
 
-#include <arpa/inet.h>
 #include <fcntl.h>
-#include <netinet/in.h>
 #include <signal.h>
-#include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -18,6 +15,7 @@
 #include <string>
 #include <thread>
 
+#include "support/ipp_printer.h"
 #include "support/test_support.h"
 
 namespace zorva::test {
@@ -32,7 +30,7 @@ class PrivateCupsd {
   // Starts the server; false and a reason when it cannot run here.
   bool start(std::string* reason) {
     if (access("/usr/sbin/cupsd", X_OK) != 0) return fail(reason, "/usr/sbin/cupsd is missing");
-    port_ = FreePort();
+    port_ = FreeLoopbackPort();
     if (port_ == 0) return fail(reason, "no free loopback port");
     const std::filesystem::path root = dir_.path();
     chmod(root.c_str(), 0755);  // the server's helpers run as lp
@@ -110,22 +108,6 @@ class PrivateCupsd {
   static bool fail(std::string* reason, const std::string& why) {
     if (reason) *reason = why;
     return false;
-  }
-
-  static int FreePort() {
-    const int s = socket(AF_INET, SOCK_STREAM, 0);
-    if (s < 0) return 0;
-    sockaddr_in addr{};
-    addr.sin_family = AF_INET;
-    addr.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t len = sizeof addr;
-    int port = 0;
-    if (bind(s, reinterpret_cast<sockaddr*>(&addr), sizeof addr) == 0 &&
-        getsockname(s, reinterpret_cast<sockaddr*>(&addr), &len) == 0) {
-      port = ntohs(addr.sin_port);
-    }
-    close(s);
-    return port;
   }
 
   TempDir dir_;
