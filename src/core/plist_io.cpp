@@ -4,6 +4,7 @@
 #include "core/plist_io.h"
 
 #include <libxml/parser.h>
+#include <libxml/parserInternals.h>
 #include <libxml/xmlerror.h>
 #include <plist/plist.h>
 
@@ -188,15 +189,28 @@ plist_t ToNode(const Value& v) {
 void IgnoreXmlError(void*, const char*, ...) {}
 
 // A reason when the bytes are not well-formed XML, else an empty string.
+// libplist builds its own nodes afterwards, so the check only parses: a SAX
+// handler with no callbacks builds no tree (a large named-paper library
+// would otherwise be held twice, as a libxml2 tree and as plist nodes).
+// Entities get no declarations recorded, so a reference to one is refused
+// like an undeclared one.
 std::string CheckXml(std::string_view text) {
-  xmlParserCtxtPtr ctxt = xmlNewParserCtxt();
-  if (!ctxt) return "out of memory";
   xmlSetGenericErrorFunc(nullptr, IgnoreXmlError);
-  const int options = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING;
-  xmlDocPtr doc = xmlCtxtReadMemory(ctxt, text.data(), static_cast<int>(text.size()), nullptr,
-                                    nullptr, options);
+  xmlParserCtxtPtr ctxt = xmlCreateMemoryParserCtxt(text.data(), static_cast<int>(text.size()));
+  if (!ctxt) return "out of memory";
+  auto* sax = static_cast<xmlSAXHandler*>(xmlMalloc(sizeof(xmlSAXHandler)));
+  if (!sax) {
+    xmlFreeParserCtxt(ctxt);
+    return "out of memory";
+  }
+  std::memset(sax, 0, sizeof *sax);
+  sax->initialized = XML_SAX2_MAGIC;
+  xmlFree(ctxt->sax);
+  ctxt->sax = sax;
+  xmlCtxtUseOptions(ctxt, XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING);
+  xmlParseDocument(ctxt);
   std::string reason;
-  if (!doc) {
+  if (!ctxt->wellFormed) {
     const xmlError* e = xmlCtxtGetLastError(ctxt);
     if (e && e->message) {
       reason = "line " + std::to_string(e->line) + ": " + e->message;
@@ -205,7 +219,7 @@ std::string CheckXml(std::string_view text) {
       reason = "not well-formed XML";
     }
   }
-  xmlFreeDoc(doc);
+  if (ctxt->myDoc) xmlFreeDoc(ctxt->myDoc);
   xmlFreeParserCtxt(ctxt);
   return reason;
 }
