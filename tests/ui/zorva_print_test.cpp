@@ -1,0 +1,95 @@
+// zorva-print, run as a user would: OK saves what the panels and the host
+// write and keeps everything else of the ticket, mistakes end with one line,
+// and every panel can be pictured.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "core/ticket.h"
+#include "jobticket/jotf_keys.h"
+#include "support/test_support.h"
+
+namespace zorva::test {
+namespace {
+
+namespace key = jotfkey;
+const std::string kExample = std::string(ZORVA_TEST_DATA) + "/../../examples/job-settings.plist";
+
+ToolResult RunPrint(const std::vector<std::string>& args) {
+  return RunProgram(ZORVA_PRINT_TOOL, args);
+}
+
+TEST(ZorvaPrint, OKKeepsTheTicketAndAddsWhatThePanelsAndTheHostWrite) {
+  TempDir dir;
+  const auto path = dir / "job.plist";
+  std::filesystem::copy_file(kExample, path);
+  const Ticket before = *Ticket::Load(path);
+  const ToolResult r = RunPrint({"--ticket", path.string(), "--ok"});
+  ASSERT_EQ(r.exitCode, 0) << r.err;
+  std::string error;
+  const std::optional<Ticket> after = Ticket::Load(path, &error);
+  ASSERT_TRUE(after) << error;
+  for (const auto& [name, item] : before.items()) {
+    if (name == key::kJobLevelStock) continue;  // the Advanced panel reads and keeps it
+    ASSERT_TRUE(after->contains(name)) << name;
+    EXPECT_EQ(after->get(name)->type(), item.value.type()) << name;
+  }
+  std::int32_t rotate = -1;
+  EXPECT_TRUE(after->getNumber(key::kRotateImage180, rotate));
+  EXPECT_NE(after->getDictionary(key::kOptions), nullptr);
+  EXPECT_EQ(*after->getString(key::kControllerFamily), "Kestrix");
+}
+
+TEST(ZorvaPrint, ANewTicketFileIsCreated) {
+  TempDir dir;
+  const auto path = dir / "new.plist";
+  const ToolResult r = RunPrint({"--ticket", path.string(), "--ok"});
+  ASSERT_EQ(r.exitCode, 0) << r.err;
+  const std::optional<Ticket> ticket = Ticket::Load(path);
+  ASSERT_TRUE(ticket);
+  std::int32_t order = 0;
+  EXPECT_TRUE(ticket->getNumber(key::kAdvancedBookletLayoutOrder, order));
+  EXPECT_EQ(order, 2);
+}
+
+TEST(ZorvaPrint, MistakesEndWithOneLineAndLeaveTheFileAlone) {
+  TempDir dir;
+  const auto bad = dir / "bad.plist";
+  WriteText(bad, "<plist><dict><key>a</key>");
+  struct Case {
+    std::vector<std::string> args;
+    std::string start;
+  };
+  const std::vector<Case> cases = {
+      {{}, "zorva-print: --ticket FILE is required"},
+      {{"--ticket", bad.string(), "--ok"}, "zorva-print: " + bad.string() + ": "},
+      {{"--ticket", (dir / "x").string(), "--ppd", (dir / "none.ppd").string()},
+       "zorva-print: cannot read the PPD"},
+      {{"--ticket", (dir / "x").string(), "extra"}, "zorva-print: unexpected argument \"extra\""},
+  };
+  for (const Case& c : cases) {
+    const ToolResult r = RunPrint(c.args);
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_EQ(r.err.rfind(c.start, 0), 0u) << r.err;
+    EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << r.err;
+  }
+  EXPECT_EQ(ReadText(bad), "<plist><dict><key>a</key>");
+  EXPECT_FALSE(std::filesystem::exists(dir / "x"));
+  const ToolResult help = RunPrint({"--help"});
+  EXPECT_EQ(help.exitCode, 0);
+  EXPECT_NE(help.out.find("--ticket <FILE>"), std::string::npos);
+}
+
+TEST(ZorvaPrint, EveryPanelCanBePictured) {
+  TempDir dir;
+  const ToolResult r = RunPrint({"--ticket", kExample, "--screenshots", (dir / "shots").string()});
+  ASSERT_EQ(r.exitCode, 0) << r.err;
+  for (int i = 1; i <= 6; ++i) {
+    EXPECT_TRUE(std::filesystem::file_size(dir / ("shots/panel-" + std::to_string(i) + ".png")) >
+                1000)
+        << i;
+  }
+}
+
+}  // namespace
+}  // namespace zorva::test
