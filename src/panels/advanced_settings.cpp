@@ -27,17 +27,19 @@ constexpr SettingMap RotateImageMap[] = {
     {nullptr, 0, 0, nullptr, 0},
 };
 
+// Stored by position, and the job ticket reads the position as its value:
+// 1 does not insert, 1 and 2 are the two prescans. The positions the job
+// ticket has no keyword for leave the choice to the printer.
 constexpr SettingMap OPISubsitutionMap[] = {
-    {"PrinterDefault", kByPosition, 0, nullptr, 1},
-    {"OPIOn", kByPosition, 0, nullptr, 1},
     {"OPIOff", kByPosition, 0, nullptr, 1},
+    {"OPIOn", kByPosition, 0, nullptr, 1},
     {nullptr, 0, 0, nullptr, 0},
 };
 
 constexpr SettingMap OPIPrescanMap[] = {
-    {"PrinterDefault", kByPosition, 0, nullptr, 1},
-    {"OPIOn", kByPosition, 0, nullptr, 1},
-    {"OPIOff", kByPosition, 0, nullptr, 1},
+    {"OPI pre-scan", kByPosition, 0, nullptr, 1},
+    {"OPI pre-scan-and-gather", kByPosition, 0, nullptr, 1},
+    {"OPI no-pre-scan", kByPosition, 0, nullptr, 1},
     {nullptr, 0, 0, nullptr, 0},
 };
 

@@ -4,7 +4,6 @@
 // keeps the controls in step with it.
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFileDialog>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -13,11 +12,10 @@
 
 #include "core/print_session.h"
 #include "host/keyword_tables.h"
-#include "jobticket/jotf_export.h"
-#include "jobticket/jotf_import.h"
 #include "model/stock.h"
 #include "panels/advanced_settings.h"
 #include "ui/controls.h"
+#include "ui/jotf_dialogs.h"
 #include "ui/panel_view.h"
 
 namespace zorva {
@@ -98,27 +96,6 @@ void TakeSettings(AdvancedContext& panel) {
   }
 }
 
-void RunExport(AdvancedContext& panel) {
-  const QString path = QFileDialog::getSaveFileName(panel.head.userPane, {}, {}, {});
-  if (path.isEmpty()) return;
-  // The file holds what the panels show now.
-  if (panel.session) {
-    TakeSettings(panel);
-    WriteAdvancedSettings(panel.session->printSettings(), panel.settings,
-                          panel.controls.from ? panel.controls.from->text().toStdString() : "",
-                          panel.controls.to ? panel.controls.to->text().toStdString() : "");
-  }
-  JOTFExportToFileAtPath(path.toStdString());
-}
-
-void RunImport(AdvancedContext& panel) {
-  const QStringList paths = QFileDialog::getOpenFileNames(panel.head.userPane);
-  if (paths.isEmpty()) return;
-  std::vector<std::filesystem::path> files;
-  for (const QString& path : paths) files.emplace_back(path.toStdString());
-  JOTFImportFiles(files);
-}
-
 void BuildControls(AdvancedContext& panel, QWidget* view) {
   AdvancedControls& c = panel.controls;
   const Bundle* bundle = panel.head.bundle;
@@ -153,12 +130,13 @@ void BuildControls(AdvancedContext& panel, QWidget* view) {
                        [range = c.pageRange] { range->setChecked(true); });
     }
   }
-  AdvancedContext* context = &panel;
   if (c.exportButton) {
-    QObject::connect(c.exportButton, &QPushButton::clicked, [context] { RunExport(*context); });
+    QObject::connect(c.exportButton, &QPushButton::clicked, view,
+                     [view] { RunModalJOTFExportDialog(view); });
   }
   if (c.importButton) {
-    QObject::connect(c.importButton, &QPushButton::clicked, [context] { RunImport(*context); });
+    QObject::connect(c.importButton, &QPushButton::clicked, view,
+                     [view] { RunModalJOTFImportDialog(view); });
   }
 }
 

@@ -337,6 +337,10 @@ void SetPanelSource(const char* const* names, PanelInterfaceEntry (*lookup)(cons
   gPanelLookup = lookup;
 }
 
+Status PDESync(PrintSession* session, bool reinitializePlugIn) {
+  return HostSync(gContext, session, reinitializePlugIn);
+}
+
 void selectPanel(std::int32_t tabIndex, TabrixContext& context) {
   HostView& view = View(context);
   if (context.panels.empty()) {

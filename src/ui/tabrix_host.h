@@ -28,6 +28,10 @@ bool tabrixEventHandler(TabrixContext& context, const TabrixEvent& event);
 
 void selectPanel(std::int32_t tabIndex, TabrixContext& context);
 
+// The host's Sync on the live host context, for any part of the plug-in
+// (the job ticket's export and import); -9530 when there is none.
+Status PDESync(PrintSession* session, bool reinitializePlugIn);
+
 // Where panels come from: a list of entry-point names and a look-up. The
 // defaults are PanelInterfaces and this module's own symbols.
 void SetPanelSource(const char* const* names, PanelInterfaceEntry (*lookup)(const char* name));
