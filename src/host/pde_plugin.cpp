@@ -2,6 +2,7 @@
 #include "host/pde_plugin.h"
 
 #include <map>
+#include <memory>
 #include <mutex>
 #include <new>
 
@@ -30,18 +31,13 @@ void RemoveInstanceForFactory(const UuidBytes& factoryID) {
 }
 
 PlugInInstance* AllocPlugInInstance(const UuidBytes& factoryID) {
-  auto* instance = new (std::nothrow) PlugInInstance{};
-  if (!instance) return nullptr;
-  instance->factoryID = new (std::nothrow) UuidBytes(factoryID);
-  if (!instance->factoryID) {
-    delete instance;
-    return nullptr;
-  }
+  auto instance = std::make_unique<PlugInInstance>();
+  instance->factoryID = new UuidBytes(factoryID);
   instance->table = IUnknownVTbl{nullptr, QueryInterface, IUnknownAddRef, IUnknownRelease};
   instance->vtbl = &instance->table;
   instance->refCount = 1;
   AddInstanceForFactory(factoryID);
-  return instance;
+  return instance.release();
 }
 
 }  // namespace
@@ -58,7 +54,11 @@ void SetHostOperations(const PDEInterfaceTable& operations) {
 
 PlugInInstance* PDEPluginFactory(void* /*allocator*/, const UuidBytes* typeID) {
   if (!typeID || *typeID != kPDETypeID) return nullptr;
-  return AllocPlugInInstance(kZorvaFactoryID);
+  try {
+    return AllocPlugInInstance(kZorvaFactoryID);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
 }
 
 std::int32_t QueryInterface(void* instance, UuidBytes interfaceID, void** out) {
@@ -96,16 +96,16 @@ std::uint32_t IUnknownRelease(void* instance) {
 }
 
 Status CreatePlugInInterface(PlugInIntf** out) {
-  auto* object = new (std::nothrow) PlugInIntf{nullptr, 1};
-  if (!object) {
-    *out = nullptr;
-    return kNoErr;
-  }
-  object->vtbl = new (std::nothrow) PDEInterfaceTable(gHostOperations);
-  if (object->vtbl) {
+  *out = nullptr;
+  PlugInIntf* object = nullptr;
+  try {
+    object = new PlugInIntf{nullptr, 1};
+    object->vtbl = new PDEInterfaceTable(gHostOperations);
     object->vtbl->Retain = Retain;
     object->vtbl->Release = Release;
     object->vtbl->GetAPIVersion = GetAPIVersion;
+  } catch (const std::bad_alloc&) {
+    // An object without a table is still handed out, as the platform did.
   }
   *out = object;
   return kNoErr;
