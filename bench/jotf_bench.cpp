@@ -6,7 +6,6 @@
 // 10,000, and writing should take no longer than xmllint takes to read.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -19,8 +18,7 @@
 
 #include "jobticket/jotf_export.h"
 #include "jobticket/jotf_frame.h"
-
-extern char** environ;
+#include "xmllint_run.h"
 
 namespace zorva {
 namespace {
@@ -102,22 +100,6 @@ void BM_WriteJotf(benchmark::State& state) {
 }
 BENCHMARK(BM_WriteJotf)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
-int RunXmllint(const std::filesystem::path& path) {
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-  posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
-  std::string program = "xmllint", flag = "--noout", file = path.string();
-  char* argv[] = {program.data(), flag.data(), file.data(), nullptr};
-  pid_t pid = 0;
-  const int err = posix_spawnp(&pid, "xmllint", &actions, nullptr, argv, environ);
-  posix_spawn_file_actions_destroy(&actions);
-  if (err != 0) return -1;
-  int status = 0;
-  waitpid(pid, &status, 0);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
 void BM_XmllintReadsJotf(benchmark::State& state) {
   const std::filesystem::path path = DocumentPath(state.range(0));
   std::FILE* out = std::fopen(path.c_str(), "w");
@@ -129,7 +111,7 @@ void BM_XmllintReadsJotf(benchmark::State& state) {
   std::fclose(out);
   jotf_ofp = nullptr;
   for (auto _ : state) {
-    if (RunXmllint(path) != 0) {
+    if (bench::RunXmllint(path) != 0) {
       state.SkipWithError("xmllint failed (is libxml2-utils installed?)");
       break;
     }

@@ -7,7 +7,6 @@
 // import at 10,000, and import within 1.5 times xmllint's read.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -20,8 +19,7 @@
 #include "jobticket/device_profile.h"
 #include "jobticket/jotf_export.h"
 #include "jobticket/jotf_import.h"
-
-extern char** environ;
+#include "xmllint_run.h"
 
 namespace zorva {
 namespace {
@@ -59,9 +57,9 @@ const std::filesystem::path& DocumentPath(std::int64_t n) {
       {"com.zorva.print.FinishingDuplex", Value(2)},
       {"com.zorva.print.JobNotesJobName", Value("Bench <job>")},
       {"com.zorva.print.JobNotesSenderName", Value("Bench")}};
-  at->second = std::filesystem::temp_directory_path() /
-               ("zorva-jotf-import-bench-" + std::to_string(getpid()) + "-" +
-                std::to_string(n) + ".jotf");
+  at->second =
+      std::filesystem::temp_directory_path() /
+      ("zorva-jotf-import-bench-" + std::to_string(getpid()) + "-" + std::to_string(n) + ".jotf");
   WriteFileAtomically(at->second, JOTFDocumentText(settings));
   return at->second;
 }
@@ -88,26 +86,10 @@ void BM_ImportJotf(benchmark::State& state) {
 }
 BENCHMARK(BM_ImportJotf)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond);
 
-int RunXmllint(const std::filesystem::path& path) {
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, 1, "/dev/null", O_WRONLY, 0);
-  posix_spawn_file_actions_addopen(&actions, 2, "/dev/null", O_WRONLY, 0);
-  std::string program = "xmllint", flag = "--noout", file = path.string();
-  char* argv[] = {program.data(), flag.data(), file.data(), nullptr};
-  pid_t pid = 0;
-  const int err = posix_spawnp(&pid, "xmllint", &actions, nullptr, argv, environ);
-  posix_spawn_file_actions_destroy(&actions);
-  if (err != 0) return -1;
-  int status = 0;
-  waitpid(pid, &status, 0);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
 void BM_XmllintReadsImportedJotf(benchmark::State& state) {
   const std::filesystem::path& path = DocumentPath(state.range(0));
   for (auto _ : state) {
-    if (RunXmllint(path) != 0) {
+    if (bench::RunXmllint(path) != 0) {
       state.SkipWithError("xmllint failed (is libxml2-utils installed?)");
       break;
     }

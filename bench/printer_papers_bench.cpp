@@ -64,8 +64,8 @@ void BM_LibraryRequestCall(benchmark::State& state) {
   const std::string host = printer.substr(0, colon);
   const int port = std::atoi(printer.c_str() + colon + 1);
   for (auto _ : state) {
-    http_t* http = httpConnect2(host.c_str(), port, nullptr, AF_UNSPEC, cupsEncryption(), 1,
-                                5000, nullptr);
+    http_t* http =
+        httpConnect2(host.c_str(), port, nullptr, AF_UNSPEC, cupsEncryption(), 1, 5000, nullptr);
     zorva::IppPtr request = zorva::NewMediaColDatabaseRequest("http://" + printer);
     ipp_t* answer = cupsDoRequest(http, request.release(), "/");
     if (answer == nullptr) state.SkipWithError("request failed");

@@ -35,4 +35,10 @@ void AddJotfImportCommands(CLI::App* jotf);
 // zorva printer-papers PRINTER [--plist] [--timeout SECONDS]
 void AddPrinterPapersCommand(CLI::App& app);
 
+// zorva ppd FILE | --queue NAME [--choices KEYWORD [--check-conflicts]] [--installed]
+void AddPPDCommand(CLI::App& app);
+
+// zorva papers list|show|add|remove|use|recent
+void AddPapersCommands(CLI::App& app);
+
 }  // namespace zorva::cli

@@ -2,7 +2,6 @@
 // print-settings ticket as the dialog's Import command does, the readable
 // summary of a ticket, and the device profile import relies on.
 #include <CLI/CLI.hpp>
-#include <fstream>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -16,11 +15,10 @@
 #include "jobticket/jotf_export.h"
 #include "jobticket/jotf_import.h"
 #include "jobticket/jotf_summary.h"
+#include "paper/ppd.h"
 
 namespace zorva::cli {
 namespace {
-
-constexpr std::string_view kProfileManufacturer = "Zorva";
 
 struct ImportArgs {
   std::string ticket;
@@ -62,26 +60,12 @@ constexpr const char* kProfileFooter =
     "  zorva jotf profile\n"
     "  zorva jotf profile StockType";
 
-// The PPD's "*Manufacturer:" value, without its quotes. PPD access proper
-// lives with the paper subsystem; the tool only needs this one line.
-std::optional<std::string> PpdManufacturer(const std::string& path) {
-  std::ifstream in(path);
-  if (!in) FailRuntime("cannot read " + path);
-  std::string line;
-  constexpr std::string_view kKey = "*Manufacturer:";
-  while (std::getline(in, line)) {
-    if (!line.starts_with(kKey)) continue;
-    std::string value = line.substr(kKey.size());
-    const std::size_t open = value.find('"');
-    const std::size_t close = value.rfind('"');
-    if (open == std::string::npos || close == open) return std::nullopt;
-    return value.substr(open + 1, close - open - 1);
+void LoadProfile(const std::string& ppdPath) {
+  if (!ppdPath.empty()) {
+    const PPDPtr ppd = PPDOpenFile(ppdPath);
+    if (!ppd) FailRuntime("cannot read " + ppdPath + " as a PPD");
+    if (PPDManufacturer(ppd.get()) != kZorvaManufacturer) return;
   }
-  return std::nullopt;
-}
-
-void LoadProfile(const std::string& ppd) {
-  if (!ppd.empty() && PpdManufacturer(ppd) != kProfileManufacturer) return;
   ZDPInitialize();
   if (!ZDPIsLoaded()) FailRuntime("cannot load the device profile of the bundle");
 }

@@ -110,6 +110,8 @@ int main(int argc, char** argv) {
   zorva::cli::AddWatermarksCommands(app);
   zorva::cli::AddType42Command(app);
   zorva::cli::AddJotfCommands(app);
+  zorva::cli::AddPPDCommand(app);
+  zorva::cli::AddPapersCommands(app);
   zorva::cli::AddPrinterPapersCommand(app);
   return Run(app, argc, argv);
 }

@@ -2,6 +2,7 @@
 // IPP), listed as the named-paper dialog shows its "Printer Paper List", or
 // as a property list of the stocks' dictionaries for scripts.
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <iostream>
@@ -13,8 +14,10 @@
 #include "cli/commands.h"
 #include "core/bundle.h"
 #include "core/plist_io.h"
+#include "core/text.h"
 #include "model/summaries.h"
 #include "paper/printer_papers.h"
+#include "paper/stock_library.h"
 #include "paper/worker.h"
 
 namespace zorva::cli {
@@ -24,6 +27,8 @@ struct PrinterPapersArgs {
   std::string printer;
   bool plist = false;
   int timeout = 20;
+  std::string addToMyPapers;
+  bool replace = false;
 };
 
 constexpr const char* kFooter =
@@ -38,9 +43,15 @@ constexpr const char* kFooter =
     "list: an array of stock dictionaries (as tickets hold them) in the printer's\n"
     "order.\n"
     "\n"
+    "--add-to-my-papers NAME copies the printer's paper of that name (compared\n"
+    "without regard to case) into the user's named papers, as the dialog's \"Add To\n"
+    "My Paper List\" does, and prints its new UUID; a paper of that name already\n"
+    "in the list is kept unless --replace is given.\n"
+    "\n"
     "Examples:\n"
     "  zorva printer-papers 10.1.2.3\n"
-    "  zorva printer-papers ipp://printer.local:631/ipp/print --plist > papers.plist";
+    "  zorva printer-papers ipp://printer.local:631/ipp/print --plist > papers.plist\n"
+    "  zorva printer-papers 10.1.2.3 --add-to-my-papers \"Gloss 170\"";
 
 bool LooksLikeUri(const std::string& text) {
   const std::size_t colon = text.find(':');
@@ -95,9 +106,37 @@ void PrintPlist(const PrinterStockList& stocks) {
   std::cout << ToXmlPropertyList(Value(std::move(array)));
 }
 
+// The user's list gets a copy of the printer's paper under the paper's own
+// name; the printer's list is never written.
+void AddToMyPapers(const PrinterStockList& stocks, const PrinterPapersArgs& args) {
+  const auto found = std::find_if(stocks.begin(), stocks.end(), [&](const auto& stock) {
+    return stock->customName() && EqualsCaseInsensitive(*stock->customName(), args.addToMyPapers);
+  });
+  if (found == stocks.end()) {
+    FailRuntime("the printer has no paper named " + Shown(args.addToMyPapers) +
+                "; 'zorva printer-papers " + args.printer + "' lists them");
+  }
+  StockLibrary entry;
+  entry.setStock(**found);
+  entry.setName(*(*found)->customName());
+  StockLibraryList list;
+  if (list.isDuplicate(entry.name())) {
+    if (!args.replace) {
+      FailRuntime("a paper named " + Shown(entry.name()) +
+                  " is in your list; --replace replaces it");
+    }
+    list.replace(entry);
+    std::cout << *list.findByName(entry.name()) << '\n';
+    return;
+  }
+  std::cout << list.add(entry) << '\n';
+}
+
 void Run(const PrinterPapersArgs& args) {
   const PrinterStockList stocks = Fetch(args);
-  if (args.plist) {
+  if (!args.addToMyPapers.empty()) {
+    AddToMyPapers(stocks, args);
+  } else if (args.plist) {
     PrintPlist(stocks);
   } else {
     PrintTable(stocks);
@@ -115,6 +154,13 @@ void AddPrinterPapersCommand(CLI::App& app) {
   cmd->add_flag("--plist", args->plist, "Print an XML property list of the stocks instead");
   cmd->add_option("--timeout", args->timeout, "Seconds to wait for the answer (default 20)")
       ->check(CLI::Range(1, 600));
+  CLI::Option* add =
+      cmd->add_option("--add-to-my-papers", args->addToMyPapers,
+                      "Copy the printer's paper of this name into your named papers");
+  cmd->add_flag("--replace", args->replace,
+                "With --add-to-my-papers: replace a paper of the same name in your list")
+      ->needs(add);
+  add->excludes("--plist");
   cmd->footer(kFooter);
   cmd->callback([args] { Run(*args); });
 }

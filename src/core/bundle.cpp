@@ -185,4 +185,12 @@ std::string_view LocalizedString(std::string_view key) {
   return b ? b->localizedString(key) : kStringNotFound;
 }
 
+std::optional<Value> ReadFeaturesResource() {
+  const Bundle* bundle = GetPDEBundle();
+  if (!bundle) return std::nullopt;
+  auto path = bundle->resourcePath(kFeaturesResource, "");
+  if (!path) return std::nullopt;
+  return ReadPropertyListFile(*path);
+}
+
 }  // namespace zorva

@@ -16,12 +16,16 @@
 #include <vector>
 
 #include "core/localization.h"
+#include "core/value.h"
 
 namespace zorva {
 
 inline constexpr std::string_view kBundleIdentifier = "com.zorva.print.pde.zorvafeatures.qm4400";
 inline constexpr std::string_view kDefaultStringsTable = "Localizable";
 inline constexpr std::string_view kStringNotFound = "STRING NOT FOUND";
+// The bundle resource with the factory defaults for users who have saved
+// nothing yet (background-form names, the named-paper list).
+inline constexpr std::string_view kFeaturesResource = "ZorvaFeatures.plist";
 
 class Bundle {
  public:
@@ -73,5 +77,9 @@ const Bundle* GetPDEBundle();
 // Looks key up in the plug-in bundle's "Localizable" table; "STRING NOT FOUND"
 // when the bundle or the key is missing.
 std::string_view LocalizedString(std::string_view key);
+
+// The plug-in bundle's ZorvaFeatures.plist, parsed; nullopt when the bundle,
+// the file or its contents are missing or unreadable.
+std::optional<Value> ReadFeaturesResource();
 
 }  // namespace zorva

@@ -47,15 +47,6 @@ const Dictionary* NonEmptyDictionary(const Value* value) {
   return d && !d->empty() ? d : nullptr;
 }
 
-// The factory defaults shipped in the bundle; nullopt when they cannot be read.
-std::optional<Value> ReadFeaturesResource() {
-  const Bundle* bundle = GetPDEBundle();
-  if (!bundle) return std::nullopt;
-  auto path = bundle->resourcePath(kFeaturesResource, "");
-  if (!path) return std::nullopt;
-  return ReadPropertyListFile(*path);
-}
-
 std::optional<std::string> StringFrom(const Dictionary& ticket, std::string_view key) {
   if (const std::string* s = ticket.getString(key)) return *s;
   return std::nullopt;

@@ -21,8 +21,6 @@ inline constexpr std::string_view kBackgroundFormsOptionsKey =
     "com.zorva.print.BackgroundFormsOptions";
 // The preference file holding the name histories.
 inline constexpr std::string_view kBackgroundFormsPreferences = "com.zorva.print.backgroundforms";
-// The bundle resource consulted when the user has no saved histories.
-inline constexpr std::string_view kFeaturesResource = "ZorvaFeatures.plist";
 
 using FormNames = std::vector<std::string>;
 

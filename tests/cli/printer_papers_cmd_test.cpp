@@ -71,6 +71,32 @@ TEST(PrinterPapersCmd, PropertyListOfStocksInPrinterOrder) {
   EXPECT_EQ(v->array()->size(), 0u);
 }
 
+// A printer's paper goes into the user's list under its own name; a second
+// copy of the same name needs --replace; the printer's list is not written.
+TEST(PrinterPapersCmd, AddsAPrintersPaperToMyPapers) {
+  TempDir tmp;
+  ScopedEnv prefs("ZORVA_PREFERENCES_DIR", (tmp.path() / "prefs").string());
+  IppEvePrinter printer(MediaColDatabaseAttributes(kCatalogue));
+  ASSERT_TRUE(printer.ready());
+  ToolResult r = RunTool({"printer-papers", printer.address(), "--add-to-my-papers", "plain a4"});
+  ASSERT_EQ(r.exitCode, 0) << r.err;
+  const std::string uuid = r.out.substr(0, r.out.size() - 1);
+  EXPECT_EQ(uuid.size(), 36u) << r.out;
+
+  ToolResult show = RunTool({"papers", "show", "Plain A4"});
+  ASSERT_EQ(show.exitCode, 0) << show.err;
+  EXPECT_NE(show.out.find(uuid), std::string::npos) << show.out;
+  EXPECT_NE(show.out.find("Weight"), std::string::npos) << show.out;
+
+  ExpectOneLineError(
+      RunTool({"printer-papers", printer.address(), "--add-to-my-papers", "Plain A4"}), 1);
+  r = RunTool({"printer-papers", printer.address(), "--add-to-my-papers", "Plain A4", "--replace"});
+  EXPECT_EQ(r.exitCode, 0) << r.err;
+  ToolResult missing = RunTool({"printer-papers", printer.address(), "--add-to-my-papers", "Nope"});
+  ExpectOneLineError(missing, 1);
+  EXPECT_NE(missing.err.find("no paper named"), std::string::npos) << missing.err;
+}
+
 TEST(PrinterPapersCmd, Errors) {
   const std::string nobody = "127.0.0.1:" + std::to_string(FreeLoopbackPort());
   ToolResult r = RunTool({"printer-papers", nobody});

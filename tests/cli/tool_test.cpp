@@ -37,6 +37,16 @@ TEST(Tool, HelpOnEveryCommandAndTheVersion) {
                                                           {"type42"},
                                                           {"jotf", "write"},
                                                           {"jotf", "export"},
+                                                          {"jotf", "import"},
+                                                          {"jotf", "summary"},
+                                                          {"jotf", "profile"},
+                                                          {"ppd"},
+                                                          {"papers", "list"},
+                                                          {"papers", "show"},
+                                                          {"papers", "add"},
+                                                          {"papers", "remove"},
+                                                          {"papers", "use"},
+                                                          {"papers", "recent"},
                                                           {"printer-papers"}};
   for (std::vector<std::string> argv : commands) {
     std::string usage = "Usage: zorva";
