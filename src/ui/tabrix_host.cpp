@@ -21,6 +21,7 @@
 #include "host/installable_options.h"
 #include "jobticket/device_profile.h"
 #include "jobticket/jotf_export.h"
+#include "paper/ppd.h"
 #include "paper/worker.h"
 #include "ui/controls.h"
 #include "ui/panel_view.h"
@@ -151,6 +152,11 @@ Status HostInitialize(PDEContext context, std::uint32_t* flags, void* ref, PDEPa
     auto& host = *static_cast<TabrixContext*>(context);
     SetCurrentPrintSession(session);
     host.session = session;
+    // The printer's own features exist only for the printers they describe.
+    if (PPD* ppd = PPDGetCurrent(); ppd && PPDManufacturer(ppd) == kZorvaManufacturer) {
+      ZDPInitialize();
+      LoadInstallableOptions(ppd, InstalledFeatures);
+    }
     host.userPane = userPane;
     auto* pane = static_cast<QWidget*>(userPane);
     // Kept for readers outside the plug-in (the bundle, creator ZPDE, tag MBND).
@@ -317,6 +323,7 @@ Status HostTerminate(PDEContext context, Status status) {
     delete view;
     if (gContext == host) gContext = nullptr;
     delete host;
+    PPDCloseCurrent();
     UnloadInstallableOptions();
     ZDPFinalize();
     return kNoErr;

@@ -23,6 +23,8 @@ namespace zorva::test {
 namespace {
 
 namespace key = jotfkey;
+const std::filesystem::path kZorvaPPD =
+    std::filesystem::path(ZORVA_TEST_DATA) / "../../examples/zorva-qm4400.ppd";
 
 // Answers the modal windows as they come up, one step per window.
 class ModalDriver {
@@ -112,6 +114,67 @@ TEST_F(JOTFDialogsTest, CancelInTheSummaryWritesNothing) {
   dialog.find<QPushButton>("ZAdv_13")->click();
   EXPECT_TRUE(driver.done());
   EXPECT_TRUE(std::filesystem::is_empty(dir.path()));
+}
+
+// Importing reads the document through the printer's feature database,
+// which is there only for the printer's own PPD.
+TEST_F(JOTFDialogsTest, ImportShowsWhatTheFileHoldsAndThePanelShowsItAfterwards) {
+  const std::string path = (dir / "in.jotf").string();
+  {
+    Dialog source;
+    // The document names a job only together with its sender.
+    source.ticket().setString("Z", key::kJobNotesJobName, "Annual");
+    source.ticket().setString("Z", key::kJobNotesSenderName, "Ines");
+    source.ticket().setNumber("Z", key::kOPIPrescan, 2);
+    openAdvanced(source);
+    ModalDriver driver({[&](QWidget* summary) { Press(summary, "ok"); },
+                        [&](QWidget* files) { ChooseFile(files, path); }});
+    source.find<QPushButton>("ZAdv_13")->click();
+    ASSERT_TRUE(driver.done());
+  }
+  Dialog dialog("pap://nowhere/queue", kZorvaPPD);
+  openAdvanced(dialog);
+  ASSERT_EQ(dialog.find<QComboBox>("ZAdv_5")->currentIndex(), 0);
+  ModalDriver driver({
+      [&](QWidget* files) { ChooseFile(files, path); },
+      [&](QWidget* summary) {
+        EXPECT_EQ(summary->windowTitle(), "Import Zorva Job Ticket (in.jotf)");
+        EXPECT_EQ(summary->findChild<QPushButton*>("ok")->text(), "Import");
+        EXPECT_NE(summary->findChild<QPlainTextEdit*>("lines")->toPlainText().indexOf("Annual"),
+                  -1);
+        Press(summary, "ok");
+      },
+  });
+  dialog.find<QPushButton>("ZAdv_12")->click();
+  EXPECT_TRUE(driver.done());
+  const std::string* name = dialog.ticket().getString(key::kJobNotesJobName);
+  ASSERT_NE(name, nullptr);
+  EXPECT_EQ(*name, "Annual");
+  EXPECT_EQ(dialog.find<QComboBox>("ZAdv_5")->currentIndex(), 1);
+}
+
+TEST_F(JOTFDialogsTest, AnotherMakersPPDLeavesTheFeatureDatabaseUnloaded) {
+  const std::string path = (dir / "in.jotf").string();
+  WriteText(path, ReadText(std::string(ZORVA_TEST_DATA) + "/jotf/job-attributes.jotf"));
+  std::string ppd = ReadText(kZorvaPPD);
+  ppd.replace(ppd.find("*Manufacturer: \"Zorva\""), 22, "*Manufacturer: \"Other\"");
+  WriteText(dir / "other.ppd", ppd);
+  for (const bool ours : {true, false}) {
+    Dialog dialog("pap://nowhere/queue", ours ? kZorvaPPD : dir / "other.ppd");
+    openAdvanced(dialog);
+    QString shown;
+    ModalDriver driver({
+        [&](QWidget* files) { ChooseFile(files, path); },
+        [&](QWidget* summary) {
+          shown = summary->findChild<QPlainTextEdit*>("lines")->toPlainText();
+          Press(summary, "cancel");
+        },
+    });
+    dialog.find<QPushButton>("ZAdv_12")->click();
+    EXPECT_TRUE(driver.done());
+    // Only the four headings and their separators without the database.
+    EXPECT_EQ(shown.count('\n') > 7, ours) << shown.toStdString();
+  }
 }
 
 }  // namespace

@@ -31,8 +31,8 @@ PluginModule& Module() {
   return module;
 }
 
-Dialog::Dialog(std::string deviceUri)
-    : pane_(std::make_unique<QWidget>()), session_("Q", std::move(deviceUri), {}) {
+Dialog::Dialog(std::string deviceUri, std::filesystem::path ppd)
+    : pane_(std::make_unique<QWidget>()), session_("Q", std::move(deviceUri), std::move(ppd)) {
   pane_->resize(540, 491);
   void* instance = Module().factory()(nullptr, &kPDETypeID);
   if (!instance) throw std::runtime_error("factory gave no instance");

@@ -35,7 +35,7 @@ PluginModule& Module();
 // One dialog: the host's interface, its context, the pane and the session.
 class Dialog {
  public:
-  explicit Dialog(std::string deviceUri = "pap://nowhere/queue");
+  explicit Dialog(std::string deviceUri = "pap://nowhere/queue", std::filesystem::path ppd = {});
   ~Dialog();
 
   Status prologue();
