@@ -22,6 +22,8 @@
 #include "jobticket/device_profile.h"
 #include "jobticket/jotf_export.h"
 #include "paper/ppd.h"
+#include "paper/printer_named_papers.h"
+#include "paper/printer_papers.h"
 #include "paper/worker.h"
 #include "ui/controls.h"
 #include "ui/panel_view.h"
@@ -323,6 +325,7 @@ Status HostTerminate(PDEContext context, Status status) {
     delete view;
     if (gContext == host) gContext = nullptr;
     delete host;
+    ClearPrinterNamedPaperList();
     PPDCloseCurrent();
     UnloadInstallableOptions();
     ZDPFinalize();
@@ -400,6 +403,10 @@ bool tabrixEventHandler(TabrixContext& context, const TabrixEvent& event) {
     case TabrixEventKind::MenuEnable:
       return true;
     case TabrixEventKind::PaperListArrived:
+      // The fetched list is read only now, between the worker's report and
+      // the next fetch.
+      RebuildPrinterNamedPaperList(ProcessPrinterStockWorker().status(),
+                                   &PrinterStockLibraryList());
       return true;
   }
   return false;
