@@ -50,10 +50,14 @@ Status RecSummary(PDEContext c, Array** t, Array** v) {
   Record(N, "GetSummaryText");
   return gReal[N].GetSummaryText(c, t, v);
 }
+// What each panel's last Open answered.
+std::array<Status, kBuiltIn + 1> gOpenStatus{};
+
 template <int N>
 Status RecOpen(PDEContext c) {
   Record(N, "Open");
-  return gReal[N].Open(c);
+  gOpenStatus[N] = gReal[N].Open(c);
+  return gOpenStatus[N];
 }
 template <int N>
 Status RecClose(PDEContext c) {
@@ -268,6 +272,23 @@ TEST_F(HostTest, ANewDialogOpensOnPanelOneAndReopeningShowsThePanelSeenLast) {
   Dialog next;
   next.start();
   EXPECT_EQ(next.visiblePanel(), 1);
+}
+
+TEST_F(HostTest, TheSpecialPagesPanelRefusesASecondOpenAndTheOthersTakeIt) {
+  Dialog dialog;
+  dialog.start();
+  for (int i = 0; i < kBuiltIn; ++i) EXPECT_EQ(gOpenStatus[i], kNoErr) << i;
+  dialog.close();
+  ASSERT_EQ(dialog.open(), kNoErr);
+  for (int i = 0; i < kBuiltIn; ++i) {
+    EXPECT_EQ(gOpenStatus[i], i == 1 ? kInvalidPDEContext : kNoErr) << i;
+  }
+  // Each panel filled its own pane once.
+  for (int tab = 1; tab <= kBuiltIn; ++tab) {
+    auto* pane = dialog.find<QWidget>(QStringLiteral("ZSgb_%1").arg(tab));
+    ASSERT_NE(pane, nullptr);
+    EXPECT_EQ(pane->children().size(), 2) << tab;  // its layout and its view
+  }
 }
 
 TEST_F(HostTest, SavingSyncAddsTheHostItems) {

@@ -80,6 +80,55 @@ TEST(ZorvaPrint, MistakesEndWithOneLineAndLeaveTheFileAlone) {
   EXPECT_NE(help.out.find("--ticket <FILE>"), std::string::npos);
 }
 
+// A copy of the bundle (the module linked, not copied) to take views from.
+std::filesystem::path BundleCopy(const TempDir& dir) {
+  namespace fs = std::filesystem;
+  const fs::path original = fs::path(ZORVA_MODULE).parent_path();
+  const fs::path copy = dir / original.filename().string();
+  fs::create_directories(copy);
+  for (const fs::directory_entry& entry : fs::directory_iterator(original)) {
+    const fs::path target = copy / entry.path().filename();
+    if (entry.path().extension() == ".so") {
+      fs::create_symlink(entry.path(), target);
+    } else {
+      fs::copy(entry.path(), target, fs::copy_options::recursive);
+    }
+  }
+  return copy;
+}
+
+TEST(ZorvaPrint, MissingOrBrokenViewsAreReportedAsTheDialogReportsThem) {
+  TempDir dir;
+  const std::filesystem::path bundle = BundleCopy(dir);
+  ScopedEnv env("ZORVA_BUNDLE_PATH", dir.path().string());
+  const std::string ticket = (dir / "t.plist").string();
+
+  // A panel's view: the panel stays empty, the dialog still works.
+  std::filesystem::remove(bundle / "AdvancedPanel.ui");
+  ToolResult r = RunPrint({"--ticket", ticket, "--ok"});
+  EXPECT_EQ(r.exitCode, 0) << r.err;
+  EXPECT_EQ(r.out, "!! Failed to load nib from bundle.\n");
+  WriteText(bundle / "AdvancedPanel.ui", ReadText(bundle / "JobNotes.ui"));
+  r = RunPrint({"--ticket", ticket, "--ok"});
+  EXPECT_EQ(r.out, "!! Failed to create window from nib.\n");
+
+  // The host's own view: nothing can be shown.
+  std::filesystem::remove(bundle / "Tabrix.ui");
+  r = RunPrint({"--ticket", ticket, "--ok"});
+  EXPECT_EQ(r.exitCode, 1);
+  EXPECT_NE(r.err.find("Initialize()::CreateNibReferenceWithCFBundle() failed.\n"),
+            std::string::npos)
+      << r.err;
+  EXPECT_NE(r.err.find("zorva-print: the plug-in's panels could not be shown\n"),
+            std::string::npos);
+  WriteText(bundle / "Tabrix.ui",
+            "<ui version=\"4.0\"><widget class=\"QWidget\" name=\"Window\"/></ui>");
+  r = RunPrint({"--ticket", ticket, "--ok"});
+  EXPECT_EQ(r.exitCode, 1);
+  EXPECT_NE(r.err.find("Initialize()::CreateWindowFromNib() failed.\n"), std::string::npos)
+      << r.err;
+}
+
 TEST(ZorvaPrint, EveryPanelCanBePictured) {
   TempDir dir;
   const ToolResult r = RunPrint({"--ticket", kExample, "--screenshots", (dir / "shots").string()});
