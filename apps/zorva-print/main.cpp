@@ -189,7 +189,8 @@ int main(int argc, char** argv) {
   auto* pane = new QWidget(&dialog);
   pane->setMinimumSize(static_cast<int>(maxH), static_cast<int>(maxV));
   layout->addWidget(pane);
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
+  auto* buttons = new QDialogButtonBox(
+      QDialogButtonBox::Ok | QDialogButtonBox::Cancel | QDialogButtonBox::Help, &dialog);
   layout->addWidget(buttons);
   QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
   QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);

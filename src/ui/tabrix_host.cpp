@@ -8,9 +8,12 @@
 #include <dlfcn.h>
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QDesktopServices>
+#include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QPointer>
 #include <QToolButton>
+#include <QUrl>
 #include <QVBoxLayout>
 #include <QWidget>
 #include <cstdio>
@@ -43,6 +46,7 @@ constexpr std::uint32_t kCommandForward = FourCC("ZFup");
 constexpr std::uint32_t kCommandBack = FourCC("ZFdn");
 constexpr std::uint32_t kCommandOK = FourCC("ok  ");
 constexpr std::uint32_t kCommandHelp = FourCC("help");
+constexpr std::string_view kHelpPage = "Help";
 
 QString ControlName(int number) {
   return QStringLiteral("Zshl_%1").arg(number);
@@ -70,6 +74,8 @@ struct HostView {
   QPointer<QWidget> container;  // Zshl_17
   PaperEvents paperEvents;
   WindowRef paperWindow = 0;
+  // The dialog window's commands (OK, Help) while the pane is open.
+  std::vector<QMetaObject::Connection> windowHandlers;
   explicit HostView(TabrixContext* context) : paperEvents(context) {}
 };
 
@@ -279,10 +285,39 @@ void StartWorker(TabrixContext& host) {
   if (view.content) view.content->setProperty("paperWorkerStarted", started);
 }
 
+// The dialog's own buttons send their commands to the host while it is open.
+void InstallWindowHandler(TabrixContext& host) {
+  HostView& view = View(host);
+  auto* pane = static_cast<QWidget*>(host.userPane);
+  auto* buttons = pane ? pane->window()->findChild<QDialogButtonBox*>() : nullptr;
+  if (!buttons) return;
+  TabrixContext* context = &host;
+  view.windowHandlers.push_back(
+      QObject::connect(buttons, &QDialogButtonBox::helpRequested, [context] {
+        tabrixEventHandler(*context, TabrixEvent{TabrixEventKind::Command, 0, kCommandHelp});
+      }));
+  view.windowHandlers.push_back(QObject::connect(buttons, &QDialogButtonBox::accepted, [context] {
+    tabrixEventHandler(*context, TabrixEvent{TabrixEventKind::Command, 0, kCommandOK});
+  }));
+}
+
+void RemoveWindowHandler(TabrixContext& host) {
+  for (const QMetaObject::Connection& c : View(host).windowHandlers) QObject::disconnect(c);
+  View(host).windowHandlers.clear();
+}
+
+// The bundle's help, in the desktop's browser.
+void DisplayHelp(const TabrixContext& host) {
+  const auto page = host.bundle ? host.bundle->resourcePath(kHelpPage, "html") : std::nullopt;
+  if (page) QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(page->string())));
+}
+
 Status HostOpen(PDEContext context) {
   return Guarded([&]() -> Status {
     if (!context) return kInvalidPDEContext;
     auto& host = *static_cast<TabrixContext*>(context);
+    RemoveWindowHandler(host);
+    InstallWindowHandler(host);
     if (!host.controlsBuilt) {
       if (!BuildHostControls(host)) return kInvalidPDEContext;
       host.controlsBuilt = true;
@@ -310,6 +345,7 @@ Status HostClose(PDEContext context) {
       if (panel.interface.Close) panel.interface.Close(panel.context);
     });
     StopPrinterPaperWorkerOnClose();
+    RemoveWindowHandler(host);
     return kNoErr;
   });
 }
@@ -320,6 +356,7 @@ Status HostTerminate(PDEContext context, Status status) {
     auto* host = static_cast<TabrixContext*>(context);
     SetCurrentPrintSession(nullptr);
     TerminatePanels(*host, status);
+    RemoveWindowHandler(*host);
     auto* view = static_cast<HostView*>(host->view);
     if (view->paperWindow) UnregisterPaperEventWindow(view->paperWindow);
     delete view;
@@ -398,7 +435,10 @@ bool tabrixEventHandler(TabrixContext& context, const TabrixEvent& event) {
         return true;
       }
       if (event.command == kCommandOK) return false;
-      if (event.command == kCommandHelp) return true;
+      if (event.command == kCommandHelp) {
+        DisplayHelp(context);
+        return true;
+      }
       return false;
     case TabrixEventKind::MenuEnable:
       return true;

@@ -5,7 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
+#include <QDesktopServices>
+#include <QDialogButtonBox>
+#include <QFileInfo>
+#include <QPushButton>
 #include <QToolButton>
+#include <QUrl>
 #include <array>
 #include <string>
 #include <vector>
@@ -331,6 +336,34 @@ TEST_F(HostTest, PapPrinterStartsNoWorkerAndNeitherDoesASecondOpen) {
   EXPECT_FALSE(content->property("paperWorkerStarted").isValid());
 }
 
+// Stands in for the desktop's browser.
+class UrlCatcher : public QObject {
+  Q_OBJECT
+
+ public slots:
+  void open(const QUrl& url) { urls << url; }
+
+ public:
+  QList<QUrl> urls;
+};
+
+TEST_F(HostTest, TheDialogsHelpButtonOpensTheBundlesHelpPageWhileThePaneIsOpen) {
+  UrlCatcher browser;
+  QDesktopServices::setUrlHandler("file", &browser, "open");
+  Dialog dialog;
+  auto* buttons =
+      new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Help, &dialog.pane());
+  dialog.start();
+  buttons->button(QDialogButtonBox::Help)->click();
+  ASSERT_EQ(browser.urls.size(), 1);
+  EXPECT_TRUE(browser.urls[0].toLocalFile().endsWith("ZorvaFeatures.bundle/Help.html"));
+  EXPECT_TRUE(QFileInfo(browser.urls[0].toLocalFile()).isFile());
+  dialog.close();
+  buttons->button(QDialogButtonBox::Help)->click();
+  EXPECT_EQ(browser.urls.size(), 1);
+  QDesktopServices::unsetUrlHandler("file");
+}
+
 TEST_F(HostTest, TheModuleExportsOnlyTheFactoryAndTheEntryPoints) {
   EXPECT_NE(Module().symbol("ZorvaPDEPluginFactory"), nullptr);
   EXPECT_NE(Module().symbol("GetAdvancedPanelInterface"), nullptr);
@@ -341,3 +374,5 @@ TEST_F(HostTest, TheModuleExportsOnlyTheFactoryAndTheEntryPoints) {
 
 }  // namespace
 }  // namespace zorva::test
+
+#include "host_test.moc"

@@ -6,10 +6,13 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QElapsedTimer>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QTest>
 #include <QTimer>
 #include <deque>
 #include <functional>
@@ -55,7 +58,18 @@ class ModalDriver {
 void ChooseFile(QWidget* modal, const std::string& path) {
   auto* dialog = qobject_cast<QFileDialog*>(modal);
   ASSERT_NE(dialog, nullptr);
-  dialog->selectFile(QString::fromStdString(path));
+  const QFileInfo file(QString::fromStdString(path));
+  dialog->setDirectory(file.absolutePath());
+  dialog->selectFile(file.fileName());
+  // The dialog lists its folder in the background: an existing file counts
+  // as chosen once the listing has it.
+  QElapsedTimer waited;
+  waited.start();
+  while (dialog->fileMode() == QFileDialog::ExistingFiles &&
+         dialog->selectedFiles() != QStringList{file.absoluteFilePath()} &&
+         waited.elapsed() < 5000) {
+    QTest::qWait(10);
+  }
   static_cast<QDialog*>(dialog)->accept();  // QFileDialog hides it
 }
 
