@@ -22,28 +22,37 @@ enum class PanelKind {
 };
 
 struct PanelDescription {
-  PanelKind kind;
   std::string_view entryPoint;
   std::string_view titleKey;
-  std::uint32_t creator;
   std::string_view uiFile;  // resource "<uiFile>.ui"
   std::string_view window;  // its top-level widget
+  std::uint32_t creator;
+  PanelKind kind;
 };
 
 inline constexpr PanelDescription kPanelTable[] = {
-    {PanelKind::PaperOutput, "GetPaperOutputPanelInterface", "PaperOutput", kCreatorZshl,
-     "Paper_Output", "Panel"},
-    {PanelKind::SpecialPages, "GetSpecialPagesPanelInterface", "SpecialPagesTitle", kCreatorNotSet,
-     "SpecialPages", "SpecialPages"},
-    {PanelKind::ImageOptions, "GetImageOptionsPanelInterface", "ImageOptions", kCreatorZshl,
-     "ImageOptionsPanel", "ImageOptionsPanel"},
-    {PanelKind::JobNotes, "GetJobNotesPanelInterface", "JobNotes", kCreatorZshl, "JobNotes",
-     "JobNotesEnhanced"},
-    {PanelKind::BookletWatermark, "GetBookletWatermarkPanelInterface", "BookletWatermarkPanelTitle",
-     kCreatorZshl, "BookletWatermarkPanel", "Panel"},
-    {PanelKind::Advanced, "GetAdvancedPanelInterface", "Advanced", kCreatorZPDE, "AdvancedPanel",
-     "Advanced"},
+    {"GetPaperOutputPanelInterface", "PaperOutput", "Paper_Output", "Panel", kCreatorZshl,
+     PanelKind::PaperOutput},
+    {"GetSpecialPagesPanelInterface", "SpecialPagesTitle", "SpecialPages", "SpecialPages",
+     kCreatorNotSet, PanelKind::SpecialPages},
+    {"GetImageOptionsPanelInterface", "ImageOptions", "ImageOptionsPanel", "ImageOptionsPanel",
+     kCreatorZshl, PanelKind::ImageOptions},
+    {"GetJobNotesPanelInterface", "JobNotes", "JobNotes", "JobNotesEnhanced", kCreatorZshl,
+     PanelKind::JobNotes},
+    {"GetBookletWatermarkPanelInterface", "BookletWatermarkPanelTitle", "BookletWatermarkPanel",
+     "Panel", kCreatorZshl, PanelKind::BookletWatermark},
+    {"GetAdvancedPanelInterface", "Advanced", "AdvancedPanel", "Advanced", kCreatorZPDE,
+     PanelKind::Advanced},
 };
+
+// Rows sit at their kind's position, so a kind finds its row directly.
+static_assert([] {
+  int i = 0;
+  for (const PanelDescription& row : kPanelTable) {
+    if (static_cast<int>(row.kind) != i++) return false;
+  }
+  return true;
+}());
 
 constexpr const PanelDescription& DescribePanel(PanelKind kind) {
   return kPanelTable[static_cast<int>(kind)];

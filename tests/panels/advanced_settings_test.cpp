@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include "host/tabrix.h"
 #include "jobticket/jotf_keys.h"
+#include "panels/panel_table.h"
 
 namespace zorva {
 namespace {
@@ -112,6 +114,18 @@ TEST(AdvancedSettings, ForcedSizeIsWrittenOnlyWhileForcedAndUndoneOnlyWhenItWasO
   ticket.setDictionary("Z", key::kJobLevelStock, Dictionary{{"Size", Value(2)}});
   WriteAdvancedSettings(ticket, ReadAdvancedSettings(ticket), "", "");
   EXPECT_EQ(*ticket.getDictionary(key::kJobLevelStock), (Dictionary{{"Size", Value(2)}}));
+}
+
+TEST(PanelTable, RowsFollowTheHostsLoadingOrder) {
+  int i = 0;
+  for (const PanelDescription& row : kPanelTable) {
+    ASSERT_NE(PanelInterfaces[i], nullptr);
+    EXPECT_EQ(row.entryPoint, PanelInterfaces[i]);
+    ++i;
+  }
+  EXPECT_EQ(PanelInterfaces[i], nullptr);
+  EXPECT_EQ(DescribePanel(PanelKind::Advanced).creator, 0x5A504445u);  // "ZPDE"
+  EXPECT_EQ(DescribePanel(PanelKind::SpecialPages).creator, kCreatorNotSet);
 }
 
 TEST(AdvancedSettings, MenusAreStoredByPosition) {
