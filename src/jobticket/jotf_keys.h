@@ -186,4 +186,10 @@ inline constexpr std::string_view kClientComputerName =
     "com.zorva.print.ClientInformation.ComputerName";
 inline constexpr std::string_view kClientIPAddress = "com.zorva.print.ClientInformation.IPAddress";
 
+// ---- Advanced panel ---------------------------------------------------------------
+inline constexpr std::string_view kAdvancedBookletLayoutOrder =
+    "com.zorva.print.AdvancedBookletLayoutOrderStr";
+inline constexpr std::string_view kEmitJOTF = "com.zorva.print.EmitJOTF";
+inline constexpr std::string_view kBookletForceNewSize = "com.zorva.print.BookletForceNewSize";
+
 }  // namespace zorva::jotfkey

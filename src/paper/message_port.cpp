@@ -15,9 +15,11 @@ struct Registry {
   std::map<std::string, std::weak_ptr<LocalMessagePort>, std::less<>> ports;
 };
 
+// Never destroyed: the process's worker is a static too, and it closes its
+// ports while statics are being torn down, in no order relative to this one.
 Registry& Ports() {
-  static Registry registry;
-  return registry;
+  static Registry* registry = new Registry;
+  return *registry;
 }
 
 // Where a reply is left for the sender waiting on it.
