@@ -143,7 +143,8 @@ std::int32_t FieldIntValue(std::string_view text) {
 void WriteAdvancedSettings(Ticket& ticket, const AdvancedSettings& settings,
                            std::string_view fromText, std::string_view toText) {
   for (const NumberKey& k : kWriteKeys) {
-    std::int32_t value = settings.*k.field;
+    // Wide, so the smallest number a ticket may hold has a number below it.
+    std::int64_t value = settings.*k.field;
     // Readers of the ticket take 0 for "not rotated": the menu's first item.
     if (k.field == &AdvancedSettings::rotateImage) value -= 1;
     ticket.setNumber(kClient, k.key, value);

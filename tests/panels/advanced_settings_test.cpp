@@ -38,6 +38,11 @@ TEST(AdvancedSettings, RotateIsReadAsItStandsAndWrittenLessOne) {
   EXPECT_EQ(ReadAdvancedSettings(ticket).rotateImage, 0);
   EXPECT_EQ(ticket.item(key::kRotateImage180)->client, "com.zorva.printingmanager");
   EXPECT_FALSE(ticket.item(key::kRotateImage180)->locked);
+  // The smallest value has no 32-bit number below it: what is stored then
+  // reads back as absent, and so as the default.
+  ticket.setNumber("Z", key::kRotateImage180, INT32_MIN);
+  WriteAdvancedSettings(ticket, ReadAdvancedSettings(ticket), "", "");
+  EXPECT_EQ(ReadAdvancedSettings(ticket).rotateImage, 1);
 }
 
 TEST(AdvancedSettings, WritesEveryKeyInItsOrderAndPagesOnlyFromFieldsWithText) {
