@@ -173,7 +173,9 @@ TEST_F(JOTFDialogsTest, ImportShowsWhatTheFileHoldsAndThePanelShowsItAfterwards)
 
 TEST_F(JOTFDialogsTest, AnotherMakersPPDLeavesTheFeatureDatabaseUnloaded) {
   const std::string path = (dir / "in.jotf").string();
-  WriteText(path, ReadText(std::string(ZORVA_TEST_DATA) + "/jotf/job-attributes.jotf"));
+  const std::filesystem::path jotf =
+      std::filesystem::path(ZORVA_TEST_DATA) / "jotf" / "job-attributes.jotf";
+  WriteText(path, ReadText(jotf));
   std::string ppd = ReadText(kZorvaPPD);
   ppd.replace(ppd.find("*Manufacturer: \"Zorva\""), 22, "*Manufacturer: \"Other\"");
   WriteText(dir / "other.ppd", ppd);
