@@ -56,19 +56,6 @@ std::optional<std::string> ComputerName() {
   return std::string(host);
 }
 
-// Every character in U+0020..U+00FE (the controller's character set).
-bool InControllerCharset(std::string_view utf8) {
-  for (std::size_t i = 0; i < utf8.size(); ++i) {
-    const auto b = static_cast<unsigned char>(utf8[i]);
-    if (b >= 0x20 && b < 0x7F) continue;
-    if (b == 0x7F) return false;
-    if ((b != 0xC2 && b != 0xC3) || i + 1 >= utf8.size()) return false;
-    const auto c = static_cast<unsigned char>(utf8[++i]);
-    if (c < 0x80 || c > 0xBF || (b == 0xC3 && c == 0xBF)) return false;
-  }
-  return true;
-}
-
 // The interface of the default route, from the kernel's routing table.
 std::optional<std::string> DefaultRouteInterface() {
   std::ifstream in("/proc/net/route");
@@ -105,6 +92,19 @@ void SetOrRemove(Ticket& ticket, std::string_view key, const std::optional<std::
 }
 
 }  // namespace
+
+// UTF-8 text whose every character lies in U+0020..U+00FE: one byte up to
+// U+007F (DEL included), two bytes C2 80..C3 BE above it.
+bool InControllerCharset(std::string_view utf8) {
+  for (std::size_t i = 0; i < utf8.size(); ++i) {
+    const auto b = static_cast<unsigned char>(utf8[i]);
+    if (b >= 0x20 && b <= 0x7F) continue;
+    if ((b != 0xC2 && b != 0xC3) || i + 1 >= utf8.size()) return false;
+    const auto c = static_cast<unsigned char>(utf8[++i]);
+    if (c < 0x80 || c > 0xBF || (b == 0xC3 && c == 0xBF)) return false;
+  }
+  return true;
+}
 
 void AddJOTFHostTicketItems(Ticket& ticket) {
   ticket.setDictionary(kTicketClientSystem, jotfkey::kOptions,

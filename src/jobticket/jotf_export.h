@@ -23,6 +23,10 @@ inline constexpr std::string_view kJotfControllerVersion = "6.0";
 // and IPv4 address (each removed when the machine has none to give).
 void AddJOTFHostTicketItems(Ticket& ticket);
 
+// The controller shows names in one character set, U+0020..U+00FE (223
+// characters); a computer name outside it is not sent.
+bool InControllerCharset(std::string_view utf8);
+
 // Every ticket item whose key begins with "com.zorva", under the same key.
 Dictionary JOTFSettingsFromTicket(const Ticket& ticket);
 

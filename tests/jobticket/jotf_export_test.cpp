@@ -29,6 +29,27 @@ TEST(JotfExport, HostItemsAskForTheWholeDocument) {
   EXPECT_EQ(*ticket.getString("com.zorva.print.ClientInformation.UserName"), pw->pw_name);
 }
 
+TEST(JotfExport, ComputerNamesAreSentOnlyInTheControllersCharacterSet) {
+  struct Case {
+    std::string_view name;
+    bool sent;
+  };
+  static constexpr Case kCases[] = {
+      {"Print Room 2", true},
+      {"", true},
+      {"del\x7f", true},               // U+007F is inside the range
+      {"tab\there", false},            // below U+0020
+      {"Caf\xc3\xa9 \xc2\xa0", true},  // two-byte characters up to U+00FE
+      {"\xc3\xbe", true},              // U+00FE, the last one
+      {"\xc3\xbf", false},             // U+00FF
+      {"\xc4\x80", false},             // U+0100
+      {"\xe2\x82\xac", false},         // a three-byte character
+      {"cut \xc3", false},             // a character cut short
+      {"\xc2\x20", false},             // not a continuation byte
+  };
+  for (const Case& c : kCases) EXPECT_EQ(InControllerCharset(c.name), c.sent) << c.name;
+}
+
 TEST(JotfExport, OnlyZorvaItemsAreCopied) {
   Ticket ticket;
   ticket.setNumber("x", "com.zorva.print.FinishingDuplex", 2);
