@@ -20,6 +20,9 @@ target_include_directories(ZorvaFeatures PRIVATE "${CMAKE_SOURCE_DIR}/src")
 target_link_libraries(ZorvaFeatures PRIVATE zorva_panels zorva_jobticket zorva_paper zorva_host
   zorva_core Qt6::Widgets Qt6::UiTools ${CMAKE_DL_LIBS})
 target_precompile_headers(ZorvaFeatures PRIVATE ${ZORVA_QT_PCH_HEADERS})
+# An external colour-options panel, when one is installed, sits here.
+target_compile_definitions(ZorvaFeatures PRIVATE
+  ZORVA_INSTALL_PDES="${CMAKE_INSTALL_FULL_LIBDIR}/zorva/PDEs")
 # Only the factory and the panel entry points leave the module: its own copy
 # of the library stays private, so a host linking a different one never mixes
 # the two.

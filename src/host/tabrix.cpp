@@ -1,6 +1,10 @@
 // The host panel's records and the order of its calls into the panels.
 #include "host/tabrix.h"
 
+#include <cstdlib>
+
+#include "core/bundle.h"
+
 namespace zorva {
 
 const char* const PanelInterfaces[] = {
@@ -48,6 +52,21 @@ bool LoadPanel(TabrixContext& context, std::string_view name, const PanelEntryLo
 }
 
 }  // namespace
+
+Status RegisterMyHelpBook(TabrixContext& context) {
+  if (!context.bundle || context.bundle->path().empty()) return kNoErr;
+  std::error_code ec;
+  if (!std::filesystem::is_directory(context.bundle->path(), ec)) return kFnfErr;
+  const std::optional<std::filesystem::path> page = context.bundle->resourcePath("Help", "html");
+  if (!page) return kFnfErr;
+  context.helpBook = *page;
+  return kNoErr;
+}
+
+std::filesystem::path ColorOptionsBundlePath(const std::filesystem::path& installed) {
+  const char* chosen = std::getenv("ZORVA_COLOR_OPTIONS_BUNDLE");
+  return chosen && *chosen ? std::filesystem::path(chosen) : installed;
+}
 
 void LoadBuiltInPanels(TabrixContext& context, const char* const* names,
                        const PanelEntryLookup& lookup) {

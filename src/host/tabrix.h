@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <filesystem>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -48,8 +49,9 @@ struct TabrixContext {
   std::vector<PanelRecord> panels;
   std::uint16_t panelCount = 0;
   PDEPaneRef userPane = nullptr;
-  bool controlsBuilt = false;  // the first Open has built the host's controls
-  void* view = nullptr;        // the window side's state, owned by it
+  bool controlsBuilt = false;      // the first Open has built the host's controls
+  std::filesystem::path helpBook;  // the registered help book's start page
+  void* view = nullptr;            // the window side's state, owned by it
 };
 
 // The live host context, the panel shown last (also synchronised last) and
@@ -67,6 +69,16 @@ using PanelEntryLookup = std::function<PanelInterfaceEntry(std::string_view name
 // loads, so no listed panel is ever skipped. Stops at the nullptr name.
 void LoadBuiltInPanels(TabrixContext& context, const char* const* names,
                        const PanelEntryLookup& lookup);
+
+// The bundle's help book is its page "Help.html"; registering it makes it
+// the page the dialog's Help command shows. 0 when the context has no bundle
+// (nothing registered), -43 (file not found) when the bundle's folder or its
+// page cannot be found, else 0 with context.helpBook set.
+Status RegisterMyHelpBook(TabrixContext& context);
+
+// The folder of the optional external colour-options panel
+// (ZORVA_COLOR_OPTIONS_BUNDLE, else `installed`).
+std::filesystem::path ColorOptionsBundlePath(const std::filesystem::path& installed);
 
 // Every shown panel's Sync, the one whose tab index is lastTabIndex last.
 // The status of the last call (0 with no panels).

@@ -112,7 +112,7 @@ PrinterStockWorker::~PrinterStockWorker() {
 
 void PrinterStockWorker::MySpawnThread(std::string_view bundleIdentifier, std::string address,
                                        WindowRef window) {
-  if (spawned_) return;
+  if (spawned_ && !RetireTask()) return;
   spawned_ = true;
   address_ = std::move(address);
   window_ = window;
@@ -132,13 +132,36 @@ void PrinterStockWorker::MySpawnThread(std::string_view bundleIdentifier, std::s
   });
 }
 
+bool PrinterStockWorker::RetireTask() {
+  // A task still serving an open dialog stays. One that was told to quit, or
+  // whose dialog has gone (closed before the task introduced itself, so it
+  // was never told), is ended and waited for, which takes at most the rest
+  // of a connection attempt; the worker then starts afresh.
+  if (!abort_ && ReceiverFor(window_) != nullptr) return false;
+  {
+    std::lock_guard lock(abortMutex_);
+    abort_ = true;
+  }
+  abortChanged_.notify_all();
+  if (dialogPort_) dialogPort_->invalidate();
+  taskLoop_->stop();
+  if (thread_.joinable()) thread_.join();
+  dialogPort_.reset();
+  gMessagePort_.reset();
+  taskLoop_ = std::make_shared<RunLoop>();
+  status_ = kPrinterStockNoTask;
+  taskEnded_ = false;
+  abort_ = false;
+  spawned_ = false;
+  return true;
+}
+
 Status PrinterStockWorker::SendMessageToThread(std::int32_t id, const MessageData& data) {
   if (gMessagePort_) gMessagePort_->send(id, data, kPortSendTimeout);
   return kNoErr;
 }
 
 Status PrinterStockWorker::MyRemoveThread() {
-  if (!gMessagePort_) return kNoErr;
   {
     std::lock_guard lock(abortMutex_);
     abort_ = true;

@@ -104,7 +104,10 @@ class PrinterStockWorker {
   const std::shared_ptr<RunLoop>& dialogRunLoop() const { return dialogLoop_; }
 
   // Stores address and window, creates the dialog's port and starts the
-  // task. One task per worker: later calls do nothing.
+  // task. One task at a time: while a task serves an open dialog later calls
+  // do nothing; a task told to quit, or whose dialog's window is gone, is
+  // ended and a new one started, so the next dialog fetches its own
+  // printer's papers.
   void MySpawnThread(std::string_view bundleIdentifier, std::string address, WindowRef window);
   // Sends id to the task (0.1 s send time-out, no reply); nothing before
   // the task has introduced itself. Returns 0.
@@ -133,6 +136,9 @@ class PrinterStockWorker {
   void ServerThreadEntryPoint(const std::string& dialogPortName);
   MessageData ProcessClientRequest(Task& task, std::int32_t id, const MessageData& data);
   void fetch(Task& task);
+  // Ends a task that was told to quit or lost its window so a new one can
+  // start; false while the task still serves an open dialog.
+  bool RetireTask();
   bool abortableWait(std::chrono::milliseconds duration);
 
   // Dialog thread only.

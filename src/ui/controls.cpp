@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 
 #include "core/bundle.h"
 #include "host/installable_options.h"
@@ -33,9 +34,13 @@ QString LocalizedText(const Bundle* bundle, std::string_view key,
   return args.empty() ? ToQString(format) : ToQString(FormatString(format, args));
 }
 
-std::uint16_t PopulateMenuFromMap(const Bundle* bundle, QComboBox* menu, const SettingMap* map,
-                                  JobContext jobContext, std::uint32_t command) {
-  if (!menu || !map) return 0;
+namespace {
+
+// Walks the table's rows as a menu shows them: onItem(text, value, command)
+// for each item, onSeparator() for "-"; returns the rows examined.
+template <typename OnItem, typename OnSeparator>
+std::uint16_t ForEachMenuRow(const Bundle* bundle, const SettingMap* map, JobContext jobContext,
+                             std::uint32_t command, OnItem onItem, OnSeparator onSeparator) {
   std::uint16_t examined = 0;
   for (const SettingMap* row = map; row->key; ++row) {
     ++examined;
@@ -44,16 +49,50 @@ std::uint16_t PopulateMenuFromMap(const Bundle* bundle, QComboBox* menu, const S
     if (row->value == kUnset)
       key = jobContext == JobContext::Job ? "PrinterDefault" : "UseJobSetting";
     if (key == "-") {
-      menu->insertSeparator(menu->count());
+      onSeparator();
       continue;
     }
-    menu->addItem(bundle ? ToQString(bundle->localizedString(key)) : ToQString(kStringNotFound));
-    const int item = menu->count() - 1;
-    menu->setItemData(item, row->value, kTicketValueRole);
-    menu->setItemData(item, command != 0 ? command : row->command, kCommandRole);
+    onItem(bundle ? ToQString(bundle->localizedString(key)) : ToQString(kStringNotFound),
+           row->value, command != 0 ? command : row->command);
   }
-  // Event handlers find the table from the menu itself.
+  return examined;
+}
+
+// Event handlers find the table from the menu itself.
+void RememberMap(QObject* menu, const SettingMap* map) {
   menu->setProperty("settingMap", QVariant::fromValue(reinterpret_cast<quintptr>(map)));
+}
+
+}  // namespace
+
+std::uint16_t PopulateMenuFromMap(const Bundle* bundle, QComboBox* menu, const SettingMap* map,
+                                  JobContext jobContext, std::uint32_t command) {
+  if (!menu || !map) return 0;
+  const std::uint16_t examined = ForEachMenuRow(
+      bundle, map, jobContext, command,
+      [menu](const QString& text, std::int32_t value, std::uint32_t code) {
+        menu->addItem(text);
+        const int item = menu->count() - 1;
+        menu->setItemData(item, value, kTicketValueRole);
+        menu->setItemData(item, code, kCommandRole);
+      },
+      [menu] { menu->insertSeparator(menu->count()); });
+  RememberMap(menu, map);
+  return examined;
+}
+
+std::uint16_t PopulateMenuFromMap(const Bundle* bundle, QMenu* menu, const SettingMap* map,
+                                  JobContext jobContext, std::uint32_t command) {
+  if (!menu || !map) return 0;
+  const std::uint16_t examined = ForEachMenuRow(
+      bundle, map, jobContext, command,
+      [menu](const QString& text, std::int32_t value, std::uint32_t code) {
+        QAction* action = menu->addAction(text);
+        action->setData(value);
+        action->setProperty(kCommandProperty, code);
+      },
+      [menu] { menu->addSeparator(); });
+  RememberMap(menu, map);
   return examined;
 }
 

@@ -13,6 +13,7 @@
 #include "model/stock.h"
 
 class QComboBox;
+class QMenu;
 class QLabel;
 class QAbstractButton;
 class QWidget;
@@ -34,6 +35,11 @@ inline constexpr const char* kMaximumProperty = "maximum";
 
 // Appends the table's items; returns the number of rows examined.
 std::uint16_t PopulateMenuFromMap(const Bundle* bundle, QComboBox* menu, const SettingMap* map,
+                                  JobContext jobContext, std::uint32_t command);
+// The same for a menu of actions (a button's menu): each action's data is
+// its ticket value, its command code sits in kCommandProperty.
+inline constexpr const char* kCommandProperty = "command";
+std::uint16_t PopulateMenuFromMap(const Bundle* bundle, QMenu* menu, const SettingMap* map,
                                   JobContext jobContext, std::uint32_t command);
 // Clears the pop-up, fills it and sets its maximum to the count.
 std::uint16_t PopulatePopupButtonFromMap(const Bundle* bundle, QComboBox* popup,

@@ -29,6 +29,7 @@
 #include "paper/printer_papers.h"
 #include "paper/worker.h"
 #include "ui/controls.h"
+#include "ui/image_manager.h"
 #include "ui/panel_view.h"
 
 namespace zorva {
@@ -46,7 +47,14 @@ constexpr std::uint32_t kCommandForward = FourCC("ZFup");
 constexpr std::uint32_t kCommandBack = FourCC("ZFdn");
 constexpr std::uint32_t kCommandOK = FourCC("ok  ");
 constexpr std::uint32_t kCommandHelp = FourCC("help");
-constexpr std::string_view kHelpPage = "Help";
+constexpr std::string_view kBackImage = "ButtonGraphic_MacUp.png";
+constexpr std::string_view kForwardImage = "ButtonGraphic_MacDown.png";
+// Where an installed external colour-options panel lives, and its module.
+#ifndef ZORVA_INSTALL_PDES
+#define ZORVA_INSTALL_PDES ""
+#endif
+constexpr std::string_view kColorOptionsBundle = "ColorOptions.bundle";
+constexpr std::string_view kColorOptionsModule = "ColorOptions.so";
 
 QString ControlName(int number) {
   return QStringLiteral("Zshl_%1").arg(number);
@@ -74,6 +82,7 @@ struct HostView {
   QPointer<QWidget> container;  // Zshl_17
   PaperEvents paperEvents;
   WindowRef paperWindow = 0;
+  std::unique_ptr<ImageManager> images;  // from the first Open to Terminate
   // The dialog window's commands (OK, Help) while the pane is open.
   std::vector<QMetaObject::Connection> windowHandlers;
   explicit HostView(TabrixContext* context) : paperEvents(context) {}
@@ -97,9 +106,25 @@ PanelInterfaceEntry OwnSymbol(const char* name) {
   return reinterpret_cast<PanelInterfaceEntry>(symbol);
 }
 
+// The external colour-options panel's entry point, from the module in its
+// own bundle folder. The module stays loaded: panels taken from it may be
+// called until the process ends.
+PanelInterfaceEntry ColorOptionsSymbol(const char* name) {
+  const std::filesystem::path folder =
+      ColorOptionsBundlePath(std::filesystem::path(ZORVA_INSTALL_PDES) / kColorOptionsBundle);
+  void* module = dlopen((folder / kColorOptionsModule).c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (!module) {
+    std::fprintf(stderr, "!! Failed to load the colour options panel: %s\n", dlerror());
+    return nullptr;
+  }
+  return reinterpret_cast<PanelInterfaceEntry>(dlsym(module, name));
+}
+
 PanelInterfaceEntry LookUpPanel(std::string_view name) {
   const std::string text(name);
-  return gPanelLookup ? gPanelLookup(text.c_str()) : OwnSymbol(text.c_str());
+  if (gPanelLookup) return gPanelLookup(text.c_str());
+  if (name == kColorOptionPanelEntry) return ColorOptionsSymbol(text.c_str());
+  return OwnSymbol(text.c_str());
 }
 
 template <typename F>
@@ -171,6 +196,7 @@ Status HostInitialize(PDEContext context, std::uint32_t* flags, void* ref, PDEPa
     if (pane && host.bundle) {
       pane->setProperty("ZPDE_MBND", QString::fromStdString(host.bundle->path().string()));
     }
+    RegisterMyHelpBook(host);
     if (!host.bundle || !host.bundle->resourcePath(kTabrixView, "ui")) {
       std::fputs("Initialize()::CreateNibReferenceWithCFBundle() failed.\n", stderr);
       return kInvalidPDEContext;
@@ -242,10 +268,9 @@ bool BuildHostControls(TabrixContext& host) {
   for (QToolButton* arrow : {view.back.data(), view.forward.data()}) {
     if (!arrow) continue;
     const bool up = arrow == view.back;
-    const auto image =
-        host.bundle->resourcePath(up ? "ButtonGraphic_MacUp" : "ButtonGraphic_MacDown", "png");
-    if (image) {
-      arrow->setIcon(QIcon(QString::fromStdString(image->string())));
+    const QIcon image = view.images ? view.images->icon(up ? kBackImage : kForwardImage) : QIcon();
+    if (!image.isNull()) {
+      arrow->setIcon(image);
     } else {
       arrow->setArrowType(up ? Qt::UpArrow : Qt::DownArrow);
     }
@@ -306,10 +331,10 @@ void RemoveWindowHandler(TabrixContext& host) {
   View(host).windowHandlers.clear();
 }
 
-// The bundle's help, in the desktop's browser.
+// The registered help book's start page, in the desktop's browser.
 void DisplayHelp(const TabrixContext& host) {
-  const auto page = host.bundle ? host.bundle->resourcePath(kHelpPage, "html") : std::nullopt;
-  if (page) QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(page->string())));
+  if (host.helpBook.empty()) return;
+  QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(host.helpBook.string())));
 }
 
 Status HostOpen(PDEContext context) {
@@ -318,6 +343,9 @@ Status HostOpen(PDEContext context) {
     auto& host = *static_cast<TabrixContext*>(context);
     RemoveWindowHandler(host);
     InstallWindowHandler(host);
+    HostView& view = View(host);
+    if (!view.images && host.bundle)
+      view.images = std::make_unique<ImageManager>(host.bundle->path());
     if (!host.controlsBuilt) {
       if (!BuildHostControls(host)) return kInvalidPDEContext;
       host.controlsBuilt = true;
@@ -358,6 +386,7 @@ Status HostTerminate(PDEContext context, Status status) {
     TerminatePanels(*host, status);
     RemoveWindowHandler(*host);
     auto* view = static_cast<HostView*>(host->view);
+    view->images.reset();
     if (view->paperWindow) UnregisterPaperEventWindow(view->paperWindow);
     delete view;
     if (gContext == host) gContext = nullptr;
@@ -445,8 +474,13 @@ bool tabrixEventHandler(TabrixContext& context, const TabrixEvent& event) {
     case TabrixEventKind::PaperListArrived:
       // The fetched list is read only now, between the worker's report and
       // the next fetch.
-      RebuildPrinterNamedPaperList(ProcessPrinterStockWorker().status(),
-                                   &PrinterStockLibraryList());
+      if (RebuildPrinterNamedPaperList(ProcessPrinterStockWorker().status(),
+                                       &PrinterStockLibraryList()) &&
+          view.content) {
+        // How many papers the printer offers, for whatever shows them.
+        view.content->setProperty("printerPaperCount",
+                                  static_cast<int>(PrinterNamedPaperList()->count()));
+      }
       return true;
   }
   return false;

@@ -7,6 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "core/bundle.h"
+#include "support/test_support.h"
+
 namespace zorva {
 namespace {
 
@@ -140,6 +143,29 @@ TEST_F(TabrixTest, TerminateReachesEveryShownPanelAndEmptiesTheRecords) {
   EXPECT_EQ(gLog, (std::vector<std::string>{"1:terminate", "2:terminate", "3:terminate"}));
   EXPECT_EQ(context.panelCount, 0);
   EXPECT_TRUE(context.panels.empty());
+}
+
+TEST(TabrixHelpBook, TheBundlesHelpPageIsRegisteredAndAMissingOneIsFileNotFound) {
+  TabrixContext none;
+  EXPECT_EQ(RegisterMyHelpBook(none), kNoErr);
+  EXPECT_TRUE(none.helpBook.empty());
+
+  test::TempDir dir;
+  const auto folder = dir / "Help.bundle";
+  std::filesystem::create_directory(folder);
+  test::WriteText(folder / "Info.plist", test::ReadText(std::filesystem::path(ZORVA_BUILD_BUNDLES) /
+                                                        "ZorvaFeatures.bundle" / "Info.plist"));
+  const auto bundle = Bundle::Open(folder);
+  ASSERT_NE(bundle, nullptr);
+  TabrixContext context;
+  context.bundle = bundle.get();
+  EXPECT_EQ(RegisterMyHelpBook(context), kFnfErr);
+  EXPECT_TRUE(context.helpBook.empty());
+  test::WriteText(folder / "Help.html", "<html></html>");
+  EXPECT_EQ(RegisterMyHelpBook(context), kNoErr);
+  EXPECT_EQ(context.helpBook, folder / "Help.html");
+  std::filesystem::remove_all(folder);
+  EXPECT_EQ(RegisterMyHelpBook(context), kFnfErr);
 }
 
 }  // namespace

@@ -104,6 +104,53 @@ TEST(PrinterStockWorker, HandshakeFetchesAndReports) {
   PrinterStockLibraryList().clear();
 }
 
+TEST(PrinterStockWorker, ANewDialogAfterACloseFetchesItsOwnPrinter) {
+  test::IppEvePrinter second(test::MediaColDatabaseAttributes(test::GeneratedCatalogue(5)));
+  ASSERT_TRUE(second.ready());
+  PrinterStockWorker worker;
+  RecordingWindow window(worker);
+  // The first dialog's printer is not there.
+  const std::string nobody = "127.0.0.1:" + std::to_string(test::FreeLoopbackPort());
+  ASSERT_TRUE(StartPrinterPaperWorkerOnOpen(true, "ipp://" + nobody + "/ipp/print", nullptr,
+                                            window.ref(), worker));
+  ASSERT_TRUE(PumpUntil(worker, [&] { return !window.events.empty(); }));
+  EXPECT_EQ(window.events[0].status, kPrinterStockFailed);
+  // While the first dialog is open a second start changes nothing.
+  worker.MySpawnThread("x", second.address(), window.ref());
+  StopPrinterPaperWorkerOnClose(worker);
+
+  window.events.clear();
+  ASSERT_TRUE(StartPrinterPaperWorkerOnOpen(true, "ipp://" + second.address() + "/ipp/print",
+                                            nullptr, window.ref(), worker));
+  ASSERT_TRUE(PumpUntil(worker, [&] { return !window.events.empty(); }));
+  EXPECT_EQ(window.events[0].status, kPrinterStockDone);
+  EXPECT_EQ(PrinterStockLibraryList().size(), 5u);
+  StopPrinterPaperWorkerOnClose(worker);
+  PrinterStockLibraryList().clear();
+}
+
+TEST(PrinterStockWorker, ADialogGoneBeforeTheHandshakeLeavesNoTaskBehind) {
+  test::IppEvePrinter printer(test::MediaColDatabaseAttributes(test::GeneratedCatalogue(4)));
+  ASSERT_TRUE(printer.ready());
+  PrinterStockWorker worker;
+  {
+    // Opened and closed before the task introduced itself: nobody told it
+    // to quit (the status was still 4).
+    RecordingWindow gone(worker);
+    ASSERT_TRUE(StartPrinterPaperWorkerOnOpen(true, "ipp://127.0.0.1:9/ipp/print", nullptr,
+                                              gone.ref(), worker));
+    StopPrinterPaperWorkerOnClose(worker);
+  }
+  RecordingWindow window(worker);
+  ASSERT_TRUE(StartPrinterPaperWorkerOnOpen(true, "ipp://" + printer.address() + "/ipp/print",
+                                            nullptr, window.ref(), worker));
+  ASSERT_TRUE(PumpUntil(worker, [&] { return !window.events.empty(); }));
+  EXPECT_EQ(window.events[0].status, kPrinterStockDone);
+  EXPECT_EQ(PrinterStockLibraryList().size(), 4u);
+  StopPrinterPaperWorkerOnClose(worker);
+  PrinterStockLibraryList().clear();
+}
+
 TEST(PrinterStockWorker, FailedFetchReportedToAnyWindowThatAsks) {
   Trace trace;  // outlives the worker, whose thread reports to it
   PrinterStockWorker worker;

@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTest>
 
 #include "core/bundle.h"
@@ -56,6 +57,21 @@ TEST_F(ControlsTest, ItemsCarryValueAndCommandAndTheMaximumCountsSkippedRows) {
   PopulatePopupButtonFromMap(bundle, &popup, kFiltered, JobContext::Job, FourCC("Zcmd"));
   EXPECT_EQ(popup.itemData(1, kCommandRole).toUInt(), FourCC("Zcmd"));
   EXPECT_EQ(popup.property("settingMap").value<quintptr>(), reinterpret_cast<quintptr>(kFiltered));
+}
+
+TEST_F(ControlsTest, AMenuOfActionsGetsTheSameItemsAndSeparator) {
+  QMenu menu;
+  EXPECT_EQ(PopulateMenuFromMap(bundle, &menu, kFiltered, JobContext::Job, 0), 4);
+  const QList<QAction*> actions = menu.actions();
+  ASSERT_EQ(actions.size(), 3);
+  EXPECT_EQ(actions[0]->text(), "Printer Default");
+  EXPECT_EQ(actions[0]->data().toInt(), kUnset);
+  EXPECT_TRUE(actions[1]->isSeparator());
+  EXPECT_EQ(actions[2]->text(), "Top Tray");
+  EXPECT_EQ(actions[2]->data().toInt(), 3);
+  EXPECT_EQ(menu.property("settingMap").value<quintptr>(), reinterpret_cast<quintptr>(kFiltered));
+  PopulateMenuFromMap(bundle, &menu, kFiltered, JobContext::Job, FourCC("Zcmd"));
+  EXPECT_EQ(menu.actions()[3]->property(kCommandProperty).toUInt(), FourCC("Zcmd"));
 }
 
 TEST_F(ControlsTest, SelectionByValueFindsTheFirstItemOrLeavesTheSelection) {

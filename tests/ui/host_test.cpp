@@ -9,6 +9,7 @@
 #include <QDialogButtonBox>
 #include <QFileInfo>
 #include <QPushButton>
+#include <QTest>
 #include <QToolButton>
 #include <QUrl>
 #include <array>
@@ -17,6 +18,8 @@
 
 #include "jobticket/jotf_keys.h"
 #include "plugin_host.h"
+#include "support/ipp_printer.h"
+#include "support/test_support.h"
 
 namespace zorva::test {
 namespace {
@@ -249,6 +252,9 @@ TEST_F(HostTest, ArrowsStepWithTheirCommandsAndWrapAtBothEnds) {
   auto* back = dialog.find<QToolButton>("Zshl_1966");
   auto* forward = dialog.find<QToolButton>("Zshl_1967");
   ASSERT_TRUE(tabs && back && forward);
+  // Their pictures come from the bundle.
+  EXPECT_FALSE(back->icon().isNull());
+  EXPECT_FALSE(forward->icon().isNull());
   EXPECT_TRUE(back->isHidden());
   EXPECT_TRUE(forward->isHidden());
   back->click();  // from panel 1 back to the last
@@ -336,6 +342,18 @@ TEST_F(HostTest, PapPrinterStartsNoWorkerAndNeitherDoesASecondOpen) {
   EXPECT_FALSE(content->property("paperWorkerStarted").isValid());
 }
 
+TEST_F(HostTest, ThePrintersPaperListArrivesInTheOpenDialog) {
+  IppEvePrinter printer(MediaColDatabaseAttributes(GeneratedCatalogue(3)));
+  ASSERT_TRUE(printer.ready());
+  Dialog dialog("ipp://" + printer.address() + "/ipp/print");
+  dialog.start();
+  auto* content = dialog.find<QWidget>("Zshl_10");
+  ASSERT_NE(content, nullptr);
+  EXPECT_TRUE(content->property("paperWorkerStarted").toBool());
+  QTRY_COMPARE_WITH_TIMEOUT(content->property("printerPaperCount").toInt(), 3, 10000);
+  dialog.close();
+}
+
 // Stands in for the desktop's browser.
 class UrlCatcher : public QObject {
   Q_OBJECT
@@ -362,6 +380,37 @@ TEST_F(HostTest, TheDialogsHelpButtonOpensTheBundlesHelpPageWhileThePaneIsOpen) 
   buttons->button(QDialogButtonBox::Help)->click();
   EXPECT_EQ(browser.urls.size(), 1);
   QDesktopServices::unsetUrlHandler("file");
+}
+
+TEST_F(HostTest, InitializeWithoutTheSessionsTicketFails) {
+  Dialog dialog;
+  ASSERT_EQ(dialog.prologue(), kNoErr);
+  std::uint32_t flags = 0;
+  testing::internal::CaptureStderr();
+  EXPECT_EQ(dialog.ops().Initialize(dialog.context(), &flags, nullptr, &dialog.pane(), nullptr),
+            kInvalidPDEContext);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "Initialize()::GetTicketFromSession() failed.\n");
+}
+
+TEST_F(HostTest, AColourOptionsPanelIsLoadedFromItsOwnBundle) {
+  const char* const names[] = {"GetAdvancedPanelInterface", "GetColorOptionPanelInterface",
+                               nullptr};
+  Module().setPanelSource(names, nullptr);
+  ScopedEnv where("ZORVA_COLOR_OPTIONS_BUNDLE", ZORVA_COLOR_OPTIONS_TEST_BUNDLE);
+  {
+    Dialog dialog;
+    dialog.start();
+    auto* tabs = dialog.find<QComboBox>("Zshl_16");
+    ASSERT_NE(tabs, nullptr);
+    ASSERT_EQ(tabs->count(), 2);
+    EXPECT_EQ(tabs->itemText(1), "Colour Options");
+  }
+  void* module = dlopen(ZORVA_COLOR_OPTIONS_TEST_BUNDLE "/ColorOptions.so", RTLD_NOW | RTLD_NOLOAD);
+  ASSERT_NE(module, nullptr);
+  auto calls = reinterpret_cast<int* (*)()>(dlsym(module, "ColorOptionsCalls"))();
+  EXPECT_EQ(std::vector<int>(calls, calls + 4), (std::vector<int>{1, 1, 1, 1}));
+  dlclose(module);
 }
 
 TEST_F(HostTest, TheModuleExportsOnlyTheFactoryAndTheEntryPoints) {
