@@ -10,6 +10,7 @@
 
 #include "core/value.h"
 #include "jobticket/jotf_sink.h"
+#include "model/stock.h"
 
 namespace zorva {
 
@@ -68,7 +69,6 @@ int WriteJotfMedia(const JotfSink* sink, const MEDIADATA* media);
 // "Type" of a media type code with the pre-printed kind and recycled flag it
 // implies, or of a type name ("Custom1"..., "stationery2"; any other name is
 // the custom type 6).
-inline constexpr std::int32_t kStockColorCustom = 10;
 inline constexpr std::int32_t kStockTypeCustom = 6;
 std::optional<std::int32_t> JotfStockColorForCode(std::int32_t code);
 std::int32_t JotfStockColorForName(std::string_view name);

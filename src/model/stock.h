@@ -31,6 +31,10 @@ inline constexpr std::int32_t kStockSizeCustom = 75;
 // Type code of a transparency, and the colour it forces.
 inline constexpr std::int32_t kStockTypeTransparency = 2;
 inline constexpr std::int32_t kStockColorClear = 6;
+// Colour code of a colour given by its name (the stock's custom colour text).
+inline constexpr std::int32_t kStockColorCustom = 10;
+// "SidesCoated" of a stock coated on neither side.
+inline constexpr std::int32_t kStockSidesUncoated = 1;
 
 // A string field that may be null. Null and empty differ: a null string makes
 // two stocks unequal, an empty one is simply not written.

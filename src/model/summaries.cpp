@@ -13,14 +13,12 @@
 namespace zorva {
 namespace {
 
-constexpr std::int32_t kCustomColor = 10;
 constexpr std::int32_t kTypePrecutTab = 4;
 constexpr std::int32_t kTypeOrdered = 6;
 constexpr std::int32_t kTypeCustom = 7;
 // Types whose name the printer gives (its "MediaType" choices).
 constexpr std::int32_t kTypeTabStock = 24;
 constexpr std::int32_t kTypePrinterTab = 33;
-constexpr std::int32_t kSidesUncoated = 1;
 constexpr std::int32_t kSourcePostProcessInserter = 10;
 constexpr const char* kInserterFeature = "PostPrintInserterKey";
 
@@ -74,7 +72,7 @@ std::optional<std::string> SizeText(const Stock& stock, const Bundle* bundle) {
 
 std::optional<std::string> ColorText(const Stock& stock, const Bundle* bundle) {
   if (stock.color() == kUnset) return std::nullopt;
-  if (stock.color() == kCustomColor) return Str(stock.customColor());
+  if (stock.color() == kStockColorCustom) return Str(stock.customColor());
   return ValueText(bundle, CompleteStockColorMap, stock.color());
 }
 
@@ -111,7 +109,7 @@ std::optional<std::string> WeightText(const Stock& stock, const Bundle* bundle) 
 
 std::optional<std::string> CoatingText(const Stock& stock, const Bundle* bundle) {
   if (stock.sidesCoated() == kUnset) return std::nullopt;
-  if (stock.sidesCoated() == kSidesUncoated) return Label(bundle, "Uncoated");
+  if (stock.sidesCoated() == kStockSidesUncoated) return Label(bundle, "Uncoated");
   auto type = ValueText(bundle, CoatingTypeMap, stock.coatingType());
   auto sides = ValueText(bundle, SidesCoatedMap, stock.sidesCoated());
   if (!type || !sides) return std::nullopt;

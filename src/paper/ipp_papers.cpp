@@ -24,7 +24,6 @@ constexpr KeywordIndex kMediaColorTable[] = {
     {"gray", 12},    {"orange", 13},  {"other", 14},    {"custom1", 15}, {"custom2", 16},
     {"custom3", 17}, {"custom4", 18}, {"custom5", 19},  {"custom6", 20}, {"custom7", 21},
 };
-constexpr std::int32_t kCustomColor = 10;
 
 // "tab-stock" is the printer's own tab type (24), not the ordered tab (3).
 constexpr KeywordIndex kMediaTypeTable[] = {
@@ -45,7 +44,6 @@ constexpr KeywordIndex kCoatingTable[] = {
     {"glossy", 1}, {"high-gloss", 2}, {"semi-gloss", 3}, {"satin", 4}, {"matte", 5},
 };
 
-constexpr std::int32_t kSidesUncoated = 1;
 constexpr std::int32_t kSidesOneCoated = 2;
 constexpr std::int32_t kSidesBothCoated = 3;
 
@@ -199,7 +197,7 @@ void ApplyMembers(const MediaMembers& m, Stock& stock) {
   if (m.color) {
     const std::int32_t color = convertJOTFColorToIndex(m.color);
     stock.setColor(color);
-    if (color == kCustomColor) stock.setCustomColor(std::string(m.color));
+    if (color == kStockColorCustom) stock.setCustomColor(std::string(m.color));
   }
   if (m.type) ApplyType(m, stock);
   if (m.holeCount) stock.setPunched(PunchedForHoleCount(*m.holeCount));
@@ -223,7 +221,7 @@ Side Classify(const char* coating) {
 }  // namespace
 
 std::int32_t convertJOTFColorToIndex(const char* colour) {
-  return Lookup(kMediaColorTable, colour).value_or(kCustomColor);
+  return Lookup(kMediaColorTable, colour).value_or(kStockColorCustom);
 }
 
 std::int32_t convertJOTFTypeToIndex(const char* type, const char* prePrinted, const char* recycled,
@@ -244,7 +242,7 @@ void convertJOTFSidesCoatedAndCoatingType(const char* front, const char* back,
   const Side f = Classify(front);
   const Side b = Classify(back);
   if (f == Side::Uncoated && b == Side::Uncoated) {
-    *sidesCoated = kSidesUncoated;
+    *sidesCoated = kStockSidesUncoated;
     *coatingType = kUnset;
   } else if (f == Side::Coated && b == Side::Coated) {
     *sidesCoated = kSidesBothCoated;

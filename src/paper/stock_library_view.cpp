@@ -12,7 +12,6 @@ namespace zorva {
 
 namespace {
 
-constexpr std::int32_t kCustomColorCode = 10;
 constexpr std::int32_t kCustomTypeCode = 7;
 
 int Sign(auto a, auto b) {
@@ -32,7 +31,7 @@ int CompareSize(const Stock& a, const Stock& b) {
 
 int CompareColor(const Stock& a, const Stock& b) {
   if (int c = Sign(a.color(), b.color()); c != 0) return c;
-  return a.color() == kCustomColorCode ? Text(a.customColor()).compare(Text(b.customColor())) : 0;
+  return a.color() == kStockColorCustom ? Text(a.customColor()).compare(Text(b.customColor())) : 0;
 }
 
 int CompareType(const Stock& a, const Stock& b) {
