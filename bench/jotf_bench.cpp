@@ -16,6 +16,7 @@
 #include <map>
 #include <string>
 
+#include "bench_tickets.h"
 #include "jobticket/jotf_export.h"
 #include "jobticket/jotf_frame.h"
 #include "xmllint_run.h"
@@ -23,31 +24,8 @@
 namespace zorva {
 namespace {
 
-Dictionary StockNumber(std::int64_t k) {
-  return Dictionary{{"Size", Value(1 + k % 5)},
-                    {"Type", Value(1 + k % 10)},
-                    {"Modulus", Value(5)},
-                    {"Color", Value(1 + k % 13)},
-                    {"Weight", Value(80 + k % 100)},
-                    {"Description", Value("Stock " + std::to_string(k) + " & co")}};
-}
-
-Dictionary ExceptionNumber(std::int64_t k) {
-  Dictionary page{{"StartPage", Value(3 * k + 1)},
-                  {"EndPage", Value(3 * k + 2)},
-                  {"SidesImaged", Value(1 + k % 3)},
-                  {"Stock", Value(StockNumber(k))}};
-  if (k % 3 == 0) {
-    page.set("com.zorva.print.ImageShiftOptionsPage",
-             Value(Dictionary{{"Inches", Value(1)}, {"X1", Value(10)}, {"Y1", Value(-5)}}));
-  }
-  if (k % 7 == 0) {
-    page.set("FullColorOptionsPage",
-             Value(Dictionary{{"FCLightness", Value(10)}, {"ImageRendering", Value(4)}}));
-  }
-  if (k % 2 == 0) page.set("LightenDarken", Value(2));
-  return page;
-}
+using bench::ExceptionNumber;
+using bench::StockNumber;
 
 Dictionary InsertNumber(std::int64_t k) {
   return Dictionary{{"StartPage", Value(3 * k + 3)},

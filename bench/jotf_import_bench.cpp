@@ -15,6 +15,7 @@
 #include <map>
 #include <string>
 
+#include "bench_tickets.h"
 #include "core/file_io.h"
 #include "jobticket/device_profile.h"
 #include "jobticket/jotf_export.h"
@@ -24,25 +25,7 @@
 namespace zorva {
 namespace {
 
-Dictionary ExceptionNumber(std::int64_t k) {
-  Dictionary page{{"StartPage", Value(3 * k + 1)},
-                  {"EndPage", Value(3 * k + 2)},
-                  {"SidesImaged", Value(1 + k % 3)},
-                  {"Stock", Value(Dictionary{{"Size", Value(1 + k % 5)},
-                                             {"Type", Value(1 + k % 10)},
-                                             {"Color", Value(1 + k % 13)},
-                                             {"Weight", Value(80 + k % 100)}})}};
-  if (k % 3 == 0) {
-    page.set("com.zorva.print.ImageShiftOptionsPage",
-             Value(Dictionary{{"Inches", Value(1)}, {"X1", Value(10)}, {"Y1", Value(-5)}}));
-  }
-  if (k % 7 == 0) {
-    page.set("FullColorOptionsPage",
-             Value(Dictionary{{"FCLightness", Value(10)}, {"ImageRendering", Value(4)}}));
-  }
-  if (k % 2 == 0) page.set("LightenDarken", Value(2));
-  return page;
-}
+using bench::ExceptionNumber;
 
 // The exported document of n exception pages, written once per size.
 const std::filesystem::path& DocumentPath(std::int64_t n) {
