@@ -88,6 +88,31 @@ TEST_F(WatermarkFilter, CorruptFontStillPrintsWithOneWarning) {
   EXPECT_EQ(pages.pages.size(), 2u);
 }
 
+TEST_F(WatermarkFilter, MissingPicturePrintsTheDocumentAsItIs) {
+  WatermarkData w;
+  w.filename = "logo.jpg";
+  w.filePath = (dir_.path() / "logo.jpg").string();
+  ASSERT_EQ(saveWatermarkData(kWatermarkFileName, w), 0);
+  const ToolResult r = Filter("zorva-watermark=logo.jpg", document_);
+  EXPECT_EQ(r.exitCode, 0);
+  EXPECT_EQ(r.out, ReadText(document_));
+  EXPECT_EQ(Lines(r.err), 1) << r.err;
+  EXPECT_TRUE(Contains(r.err, "logo.jpg\" cannot be read; printing without the watermark"));
+}
+
+TEST_F(WatermarkFilter, DocumentWithoutStructureCommentsStillGetsIt) {
+  WriteText(document_, TwoPageDocument({{612, 792}, false, false}));
+  const ToolResult r = Filter(std::string("zorva-watermark=") + kFullBlock, document_);
+  EXPECT_EQ(r.exitCode, 0);
+  EXPECT_EQ(Lines(r.err), 1) << r.err;
+  EXPECT_TRUE(Contains(r.err, "WARNING: zorva-watermark: the document has no page structure"));
+  const std::filesystem::path out = dir_ / "out.ps";
+  WriteText(out, r.out);
+  const Rendered pages = RenderWithGhostscript(out);
+  ASSERT_EQ(pages.pages.size(), 2u) << pages.out;
+  for (const PagePicture& page : pages.pages) EXPECT_TRUE(Near(page.at(245, 340), kRed));
+}
+
 TEST_F(WatermarkFilter, ArgumentsAndHelp) {
   const ToolResult few = RunProgram(ZORVA_WATERMARK_FILTER, {"1", "ann", "t", "1"});
   EXPECT_EQ(few.exitCode, 1);
