@@ -128,7 +128,7 @@ bool StreamWithProlog(int in, int out, const std::string* prolog,
   } else if (!WriteAll(out, buffer, error)) {
     return false;
   }
-  constexpr std::size_t kChunk = 64 * 1024;
+  constexpr std::size_t kChunk = std::size_t{64} * 1024;
   while (true) {
     buffer.clear();
     if (!ReadUpTo(in, buffer, kChunk, error)) return false;

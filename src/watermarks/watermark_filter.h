@@ -14,7 +14,7 @@
 namespace zorva {
 
 // How much of a document's start is searched for its header comments.
-inline constexpr std::size_t kDocumentHeadBytes = 64 * 1024;
+inline constexpr std::size_t kDocumentHeadBytes = std::size_t{64} * 1024;
 
 struct PrologInsertion {
   std::size_t offset = 0;   // where the prolog goes
