@@ -9,6 +9,7 @@
 #include "core/file_io.h"
 #include "watermarks/font_cmap.h"
 #include "watermarks/type42.h"
+#include "watermarks/type42_reader.h"
 
 namespace zorva {
 namespace {
@@ -101,17 +102,34 @@ std::optional<TextFont> EmbeddedFont(const WatermarkData& record, std::string_vi
     return std::nullopt;
   }
   TextFont out;
-  Type42Options split;
-  split.splitLargeTables = true;
-  const Type42Result converted = convertTTFtoPS42(font, record.fontName, out.setup, split, nullptr);
-  if (!converted.complete()) {
-    problem = "in the watermark store cannot be converted (" +
-              (converted.message.empty() ? std::string("incomplete program") : converted.message) +
-              ")";
-    return std::nullopt;
+  std::string fontName = record.fontName;
+  std::span<const std::uint8_t> sfnt(font);
+  const std::string_view storedText(reinterpret_cast<const char*>(font.data()), font.size());
+  std::optional<Type42Font> program;
+  if (IsType42Program(storedText)) {
+    // Stored already converted: sent as it is, read back for its glyphs.
+    program = ReadType42Program(storedText);
+    if (!program || !IsPostScriptName(program->fontName)) {
+      problem = "in the watermark store is a damaged Type 42 program";
+      return std::nullopt;
+    }
+    out.setup = storedText;
+    if (!out.setup.ends_with('\n')) out.setup += '\n';
+    fontName = program->fontName;
+    sfnt = program->sfnt;
+  } else {
+    Type42Options split;
+    split.splitLargeTables = true;
+    const Type42Result converted = convertTTFtoPS42(font, fontName, out.setup, split, nullptr);
+    if (!converted.complete()) {
+      problem =
+          "in the watermark store cannot be converted (" +
+          (converted.message.empty() ? std::string("incomplete program") : converted.message) + ")";
+      return std::nullopt;
+    }
   }
   std::vector<std::uint16_t> glyphs;
-  if (auto cmap = FontCharacterMap::Read(font)) {
+  if (auto cmap = FontCharacterMap::Read(sfnt)) {
     for (char32_t cp : DecodeUtf8(record.textString)) glyphs.push_back(cmap->Glyph(cp));
   } else if (record.glyphs && !record.glyphs->empty()) {
     glyphs = *record.glyphs;
@@ -119,7 +137,7 @@ std::optional<TextFont> EmbeddedFont(const WatermarkData& record, std::string_vi
     problem = "in the watermark store has no character map";
     return std::nullopt;
   }
-  out.setup = "%%BeginResource: font " + record.fontName + "\n" + out.setup + "%%EndResource\n";
+  out.setup = "%%BeginResource: font " + fontName + "\n" + out.setup + "%%EndResource\n";
   std::map<std::uint16_t, std::size_t> codes;  // glyph id -> code
   std::vector<std::uint16_t> byCode;
   std::string hex = "<";
@@ -139,7 +157,7 @@ std::optional<TextFont> EmbeddedFont(const WatermarkData& record, std::string_vi
   }
   out.shown = hex + ">";
   std::string& s = out.setup;
-  s += "/" + record.fontName + " findfont dup length dict begin\n";
+  s += "/" + fontName + " findfont dup length dict begin\n";
   s += "{ 1 index /FID ne { def } { pop pop } ifelse } forall\n";
   s += "/Encoding 256 array 0 1 255 { 1 index exch /.notdef put } for\n";
   std::string charStrings =

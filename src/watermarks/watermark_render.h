@@ -27,8 +27,9 @@
 //                  alpha channel weakens it further); pictures are lightened
 //                  the same way
 //   fontName       the PostScript name of the font, whose TrueType file the
-//                  store holds; glyphs come from the font's character map,
-//                  or from the record's glyph codes when the font has none
+//                  store holds (converted here), or its Type 42 program
+//                  (sent as it is); glyphs come from the font's character
+//                  map, or from the record's glyph codes when it has none
 // The font colour fields are the editor's derived display colour and are not
 // read: the well colour at full density is the ink itself.
 #pragma once

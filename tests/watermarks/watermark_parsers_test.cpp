@@ -9,6 +9,8 @@
 #include "core/ticket.h"
 #include "watermarks/font_cmap.h"
 #include "watermarks/jpeg_info.h"
+#include "watermarks/type42.h"
+#include "watermarks/type42_reader.h"
 #include "watermarks/watermark_choice.h"
 #include "watermarks/watermark_filter.h"
 
@@ -129,6 +131,46 @@ TEST(FontCharacterMapTest, DejaVuSans) {
       EXPECT_LE(partial->Glyph(U'A'), partial->glyphCount());
     }
   }
+}
+
+TEST(Type42Reader, ReadsBackTheFontItWasMadeFrom) {
+  const auto font = ReadWholeFile("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");
+  if (!font) GTEST_SKIP() << "fonts-dejavu-core is missing";
+  std::string program;
+  Type42Options split;
+  split.splitLargeTables = true;
+  ASSERT_TRUE(convertTTFtoPS42(*font, "DejaVuSans", program, split).complete());
+  ASSERT_TRUE(IsType42Program(program));
+  const auto read = ReadType42Program(program);
+  ASSERT_TRUE(read.has_value());
+  EXPECT_EQ(read->fontName, "DejaVuSans");
+  EXPECT_EQ(read->sfnt, *font);
+
+  const std::string head = "%!PS-TrueTypeFont-1.0-1.0\n/FontName /F def\n";
+  struct Case {
+    std::string program;
+    std::vector<std::uint8_t> sfnt;  // empty: refused
+  };
+  const Case cases[] = {
+      {head + "/sfnts [\n<0001 02\n0300>\n<AB>] def", {0, 1, 2, 3}},  // odd: pad dropped
+      {head + "/sfnts [<0A0B0C>] def", {0x0A, 0x0B}},
+      {head + "/sfnts [<0A0B0>] def", {0x0A, 0x0B}},  // odd digit count
+      {head + "/sfnts [<0A0G>] def", {}},
+      {head + "/sfnts [<0A0B", {}},
+      {head + "/sfnts [<0A0B> (x)] def", {}},
+      {head + "/sfnts <0A0B>", {}},
+      {"%!PS-TrueTypeFont\n/sfnts [<0A0B>] def", {}},  // no name
+  };
+  for (const Case& c : cases) {
+    const auto r = ReadType42Program(c.program);
+    if (c.sfnt.empty()) {
+      EXPECT_FALSE(r.has_value()) << c.program;
+    } else {
+      ASSERT_TRUE(r.has_value()) << c.program;
+      EXPECT_EQ(r->sfnt, c.sfnt) << c.program;
+    }
+  }
+  EXPECT_FALSE(IsType42Program("%!PS-Adobe-3.0"));
 }
 
 TEST(Utf8, Decodes) {

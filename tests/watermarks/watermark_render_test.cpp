@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "watermarks/type42.h"
 #include "watermarks/watermark_fixture.h"
 
 namespace zorva::test {
@@ -36,6 +37,32 @@ TEST_F(WatermarkDrawing, TextInTheStoredFontOnEveryPage) {
     EXPECT_TRUE(Near(page.at(250, 500), kWhite));  // above it
     EXPECT_TRUE(Near(page.at(30, 30), kBlack));    // the document's own mark
   }
+}
+
+// The store may hold the font already converted: the program is sent as it
+// is (one definition of the font in the job) and still draws the block.
+TEST_F(WatermarkDrawing, FontStoredAsAType42Program) {
+  std::string program;
+  Type42Options split;
+  split.splitLargeTables = true;
+  ASSERT_TRUE(
+      convertTTFtoPS42(*ReadWholeFile(kDejaVuSans), "DejaVuSans", program, split).complete());
+  StoreFont(std::vector<std::uint8_t>(program.begin(), program.end()));
+  const Printed p = Print(RedBlock());
+  EXPECT_TRUE(p.warnings.empty());
+  EXPECT_TRUE(Contains(p.job, program));
+  EXPECT_EQ(p.job.find("/FontType 42 def"), p.job.rfind("/FontType 42 def"));
+  ExpectPagesPrinted(p.rendered);
+  for (const PagePicture& page : p.rendered.pages) {
+    for (auto [x, y] : InsideBlock()) EXPECT_TRUE(Near(page.at(x, y), kRed)) << x << "," << y;
+  }
+  // A program whose strings are not hexadecimal: the standard font.
+  program.replace(program.find("/sfnts [\n<") + 10, 2, "zz");
+  StoreFont(std::vector<std::uint8_t>(program.begin(), program.end()));
+  const Printed damaged = Print(RedBlock());
+  ASSERT_EQ(damaged.warnings.size(), 1u);
+  EXPECT_TRUE(Contains(damaged.warnings[0], "is a damaged Type 42 program"));
+  ExpectPagesPrinted(damaged.rendered);
 }
 
 TEST_F(WatermarkDrawing, FirstPageOnly) {
