@@ -262,7 +262,7 @@ void AddRemove(CLI::App* group, const std::shared_ptr<WatermarkArgs>& args) {
 
 void AddRender(CLI::App* group, const std::shared_ptr<WatermarkArgs>& args) {
   CLI::App* cmd =
-      group->add_subcommand("render", "Draw a stored watermark on every page of a PostScript file");
+      group->add_subcommand("render", "Draw a stored watermark on the pages of a PostScript file");
   AddName(cmd, *args);
   cmd->add_option("IN", args->input, "The PostScript file to print")->required();
   cmd->add_option("OUT", args->output, "Where the watermarked file is written")->required();
