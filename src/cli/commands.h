@@ -21,7 +21,7 @@ void AddPagesCommands(CLI::App& app);
 // zorva special-pages list|summary|add-cover|add-insert|add-exception|remove
 void AddSpecialPagesCommands(CLI::App& app);
 
-// zorva watermarks list|show|defaults|remove
+// zorva watermarks list|show|defaults|remove|render
 void AddWatermarksCommands(CLI::App& app);
 
 // zorva type42 FONT [--name NAME] [-o FILE] [--split-large-tables]

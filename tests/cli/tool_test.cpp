@@ -34,6 +34,7 @@ TEST(Tool, HelpOnEveryCommandAndTheVersion) {
                                                           {"watermarks", "show"},
                                                           {"watermarks", "defaults"},
                                                           {"watermarks", "remove"},
+                                                          {"watermarks", "render"},
                                                           {"type42"},
                                                           {"jotf", "write"},
                                                           {"jotf", "export"},

@@ -1,5 +1,6 @@
 // zorva watermarks through the built tool: the menu list, every field of a
-// watermark, the defaults on an empty and a non-empty store, and removing.
+// watermark, the defaults on an empty and a non-empty store, removing, and
+// rendering one onto a PostScript file.
 // Help and usage errors are checked with the other commands in tool_test.
 #include <gtest/gtest.h>
 
@@ -10,7 +11,9 @@
 #include <vector>
 
 #include "cli/cli_test_util.h"
+#include "core/file_io.h"
 #include "support/test_support.h"
+#include "watermarks/watermark_store.h"
 
 namespace zorva::test {
 namespace {
@@ -121,6 +124,78 @@ TEST_F(WatermarksCommand, RemoveTakesTheEntryAndItsMenuName) {
   ASSERT_EQ(r.exitCode, 0) << r.err;
   EXPECT_EQ(r.out, "Restored the default watermarks: Draft, Confidential, Copy\n");
   EXPECT_EQ(List(), "Draft\nCopy\nConfidential\n");
+}
+
+// What the filter would print: the prolog with the stored font inside the
+// document's own prolog, every other byte kept; Ghostscript-level checks
+// of the drawing live with the watermark suite.
+TEST_F(WatermarksCommand, RenderPutsTheWatermarkIntoTheDocument) {
+  const auto font = ReadWholeFile("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");
+  if (!font) GTEST_SKIP() << "fonts-dejavu-core is missing";
+  ASSERT_EQ(storeFontData(kFile, "DejaVuSans", *font), 0);
+  WatermarkData w;
+  w.isText = true;
+  w.textString = "Secret";
+  w.fontName = "DejaVuSans";
+  w.fontSize = 72;
+  w.density = 100;
+  ASSERT_EQ(saveWatermarkData(kFile, w), 0);
+  const std::string doc = "%!PS-Adobe-3.0\n%%EndComments\n%%BeginProlog\n%%EndProlog\nshowpage\n";
+  WriteText(tmp_ / "in.ps", doc);
+  const std::string out = (tmp_ / "out.ps").string();
+  ToolResult r = Run({"render", "Secret", (tmp_ / "in.ps").string(), out, "--page-size", "595,842",
+                      "--first-page-only"});
+  ASSERT_EQ(r.exitCode, 0) << r.err;
+  EXPECT_EQ(r.err, "");
+  const std::string printed = ReadText(out);
+  const std::size_t prolog = printed.find("%%BeginResource: procset ZorvaWatermark");
+  ASSERT_NE(prolog, std::string::npos);
+  EXPECT_EQ(printed.substr(0, prolog), "%!PS-Adobe-3.0\n%%EndComments\n%%BeginProlog\n");
+  EXPECT_NE(printed.find("/FontName /DejaVuSans def"), std::string::npos);
+  EXPECT_NE(printed.find("842 sub 2 div exch 595 sub"), std::string::npos);
+  EXPECT_NE(printed.find("shown 0 get 0 eq"), std::string::npos);
+  EXPECT_TRUE(printed.ends_with("%%EndResource\n%%EndProlog\nshowpage\n"));
+
+  // A font that cannot be had: the standard font and one line, OUT written.
+  ASSERT_EQ(storeFontData(kFile, "DejaVuSans", std::vector<std::uint8_t>{1, 2, 3}), 0);
+  r = Run({"render", "Secret", (tmp_ / "in.ps").string(), out});
+  EXPECT_EQ(r.exitCode, 0);
+  EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << r.err;
+  EXPECT_TRUE(r.err.starts_with("zorva: font DejaVuSans in the watermark store cannot be "));
+  EXPECT_NE(ReadText(out).find("/Helvetica"), std::string::npos);
+}
+
+TEST_F(WatermarksCommand, RenderErrors) {
+  WatermarkData w;
+  w.isText = true;
+  w.textString = "Secret";
+  ASSERT_EQ(saveWatermarkData(kFile, w), 0);
+  WriteText(tmp_ / "in.ps", "%!\nshowpage\n");
+  const std::string in = (tmp_ / "in.ps").string();
+  const std::string out = (tmp_ / "out.ps").string();
+  struct Case {
+    std::vector<std::string> args;
+    int exitCode;
+    std::string err;
+  };
+  const Case cases[] = {
+      {{"render", "Nope", in, out},
+       1,
+       "zorva: no watermark named \"Nope\"; 'zorva watermarks list' shows them\n"},
+      {{"render", "Secret", (tmp_ / "gone.ps").string(), out}, 1, "zorva: cannot read "},
+      {{"render", "Secret", in, out, "--page-size", "595x842"},
+       2,
+       "zorva: --page-size wants the width and height in points, as W,H"},
+      {{"render", "Secret", in, out, "--page-size", "0,842"}, 2, "zorva: --page-size wants"},
+      {{"render", "Secret", in, (tmp_ / "no/such/out.ps").string()}, 1, "zorva: cannot write "},
+  };
+  for (const Case& c : cases) {
+    ToolResult r = Run(c.args);
+    EXPECT_EQ(r.exitCode, c.exitCode) << c.args[2] << r.err;
+    EXPECT_TRUE(r.err.starts_with(c.err)) << r.err;
+    EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << r.err;
+  }
+  EXPECT_FALSE(fs::exists(out));
 }
 
 }  // namespace

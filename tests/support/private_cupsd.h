@@ -14,11 +14,23 @@
 #include <filesystem>
 #include <string>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "support/ipp_printer.h"
 #include "support/test_support.h"
 
 namespace zorva::test {
+
+// What a test adds to the server: filters and backends of its own (beside
+// the system's), MIME type and conversion files for its ServerRoot, and
+// environment variables for the programs the server runs.
+struct CupsdExtras {
+  std::vector<std::pair<std::string, std::filesystem::path>> filters;   // name, program
+  std::vector<std::pair<std::string, std::filesystem::path>> backends;  // name, program
+  std::vector<std::filesystem::path> mimeFiles;                         // *.types, *.convs
+  std::vector<std::pair<std::string, std::string>> env;
+};
 
 class PrivateCupsd {
  public:
@@ -28,7 +40,7 @@ class PrivateCupsd {
   PrivateCupsd& operator=(const PrivateCupsd&) = delete;
 
   // Starts the server; false and a reason when it cannot run here.
-  bool start(std::string* reason) {
+  bool start(std::string* reason, const CupsdExtras& extras = {}) {
     if (access("/usr/sbin/cupsd", X_OK) != 0) return fail(reason, "/usr/sbin/cupsd is missing");
     port_ = FreeLoopbackPort();
     if (port_ == 0) return fail(reason, "no free loopback port");
@@ -38,8 +50,13 @@ class PrivateCupsd {
       std::filesystem::create_directories(root / sub);
     }
     std::filesystem::create_directory_symlink("/usr/lib/cups/daemon", root / "bin/daemon");
-    std::filesystem::create_directory_symlink("/usr/lib/cups/backend", root / "bin/backend");
-    std::filesystem::create_directory_symlink("/usr/lib/cups/filter", root / "bin/filter");
+    LinkPrograms("/usr/lib/cups/backend", extras.backends, root / "bin/backend");
+    LinkPrograms("/usr/lib/cups/filter", extras.filters, root / "bin/filter");
+    for (const std::filesystem::path& file : extras.mimeFiles) {
+      std::filesystem::copy_file(file, root / file.filename());
+    }
+    std::string setEnv;
+    for (const auto& [name, value] : extras.env) setEnv += "SetEnv " + name + " " + value + "\n";
     WriteText(root / "cupsd.conf",
               "Listen 127.0.0.1:" + std::to_string(port_) +
                   "\nBrowsing No\nWebInterface No\nDefaultAuthType None\nLogLevel warn\n"
@@ -53,7 +70,8 @@ class PrivateCupsd {
             "\nErrorLog " + (root / "log/error_log").string() + "\nAccessLog " +
             (root / "log/access_log").string() + "\nPageLog " + (root / "log/page_log").string() +
             "\nDataDir /usr/share/cups\nFileDevice Yes\nSandboxing Relaxed\n"
-            "SystemGroup root\n");
+            "SystemGroup root\n" +
+            setEnv);
     pid_ = fork();
     if (pid_ < 0) return fail(reason, "fork failed");
     if (pid_ == 0) {
@@ -86,9 +104,9 @@ class PrivateCupsd {
   // Adds an enabled queue printing to /dev/null with the PPD; false with
   // lpadmin's message in *reason when it cannot.
   bool addQueue(const std::string& name, const std::filesystem::path& ppd,
-                std::string* reason = nullptr) {
+                std::string* reason = nullptr, const std::string& deviceUri = "file:/dev/null") {
     ToolResult r = RunProgram(
-        "lpadmin", {"-h", server(), "-p", name, "-v", "file:/dev/null", "-P", ppd.string(), "-E"});
+        "lpadmin", {"-h", server(), "-p", name, "-v", deviceUri, "-P", ppd.string(), "-E"});
     if (r.exitCode == 0) return true;
     return fail(reason, "lpadmin: " + r.err + ReadText(dir_.path() / "log/error_log"));
   }
@@ -105,6 +123,23 @@ class PrivateCupsd {
   }
 
  private:
+  // The system's folder as it is, or, when the test brings programs of its
+  // own, a folder of links to the system's programs and the test's.
+  static void LinkPrograms(const std::filesystem::path& system,
+                           const std::vector<std::pair<std::string, std::filesystem::path>>& own,
+                           const std::filesystem::path& folder) {
+    if (own.empty()) {
+      std::filesystem::create_directory_symlink(system, folder);
+      return;
+    }
+    std::filesystem::create_directories(folder);
+    std::error_code ec;
+    for (const auto& entry : std::filesystem::directory_iterator(system, ec)) {
+      std::filesystem::create_symlink(entry.path(), folder / entry.path().filename());
+    }
+    for (const auto& [name, program] : own) std::filesystem::create_symlink(program, folder / name);
+  }
+
   static bool fail(std::string* reason, const std::string& why) {
     if (reason) *reason = why;
     return false;
