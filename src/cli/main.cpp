@@ -113,5 +113,6 @@ int main(int argc, char** argv) {
   zorva::cli::AddPPDCommand(app);
   zorva::cli::AddPapersCommands(app);
   zorva::cli::AddPrinterPapersCommand(app);
+  zorva::cli::AddPrintCommand(app);
   return Run(app, argc, argv);
 }

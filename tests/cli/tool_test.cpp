@@ -47,7 +47,8 @@ TEST(Tool, HelpOnEveryCommandAndTheVersion) {
                                                           {"papers", "remove"},
                                                           {"papers", "use"},
                                                           {"papers", "recent"},
-                                                          {"printer-papers"}};
+                                                          {"printer-papers"},
+                                                          {"print"}};
   for (std::vector<std::string> argv : commands) {
     std::string usage = "Usage: zorva";
     for (const std::string& word : argv) usage += " " + word;

@@ -38,8 +38,16 @@ class PrivateCupsd {
       std::filesystem::create_directories(root / sub);
     }
     std::filesystem::create_directory_symlink("/usr/lib/cups/daemon", root / "bin/daemon");
-    std::filesystem::create_directory_symlink("/usr/lib/cups/backend", root / "bin/backend");
-    std::filesystem::create_directory_symlink("/usr/lib/cups/filter", root / "bin/filter");
+    // Backends and filters: the system's, plus any a test put there.
+    for (const char* kind : {"backend", "filter"}) {
+      const std::filesystem::path system = std::filesystem::path("/usr/lib/cups") / kind;
+      std::filesystem::create_directories(root / "bin" / kind);
+      std::error_code ec;
+      for (const auto& entry : std::filesystem::directory_iterator(system, ec)) {
+        const std::filesystem::path link = root / "bin" / kind / entry.path().filename();
+        if (!std::filesystem::exists(link)) std::filesystem::create_symlink(entry.path(), link);
+      }
+    }
     WriteText(root / "cupsd.conf",
               "Listen 127.0.0.1:" + std::to_string(port_) +
                   "\nBrowsing No\nWebInterface No\nDefaultAuthType None\nLogLevel warn\n"
@@ -83,12 +91,26 @@ class PrivateCupsd {
     return fail(reason, "cupsd did not answer on " + server());
   }
 
-  // Adds an enabled queue printing to /dev/null with the PPD; false with
-  // lpadmin's message in *reason when it cannot.
+  // Puts a file into the server's folder: "x.types" and "x.convs" (before
+  // start), "bin/backend/NAME" and "bin/filter/NAME" programs. A backend of
+  // mode 0700 runs as root, so it may write into the test's folders.
+  void putFile(const std::filesystem::path& relative, const std::string& text,
+               std::filesystem::perms mode = std::filesystem::perms::owner_read |
+                                             std::filesystem::perms::owner_write |
+                                             std::filesystem::perms::group_read |
+                                             std::filesystem::perms::others_read) {
+    const std::filesystem::path path = dir_.path() / relative;
+    std::filesystem::create_directories(path.parent_path());
+    WriteText(path, text);
+    std::filesystem::permissions(path, mode);
+  }
+
+  // Adds an enabled queue with the PPD, printing to /dev/null or to the
+  // device given; false with lpadmin's message in *reason when it cannot.
   bool addQueue(const std::string& name, const std::filesystem::path& ppd,
-                std::string* reason = nullptr) {
-    ToolResult r = RunProgram(
-        "lpadmin", {"-h", server(), "-p", name, "-v", "file:/dev/null", "-P", ppd.string(), "-E"});
+                std::string* reason = nullptr, const std::string& device = "file:/dev/null") {
+    ToolResult r =
+        RunProgram("lpadmin", {"-h", server(), "-p", name, "-v", device, "-P", ppd.string(), "-E"});
     if (r.exitCode == 0) return true;
     return fail(reason, "lpadmin: " + r.err + ReadText(dir_.path() / "log/error_log"));
   }
