@@ -43,5 +43,7 @@ void AddPapersCommands(CLI::App& app);
 
 // zorva print FILE --printer QUEUE --ticket TICKET [--no-job-ticket]
 void AddPrintCommand(CLI::App& app);
+// zorva presets list|path|save|delete
+void AddPresetsCommands(CLI::App& app);
 
 }  // namespace zorva::cli

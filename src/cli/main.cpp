@@ -114,5 +114,6 @@ int main(int argc, char** argv) {
   zorva::cli::AddPapersCommands(app);
   zorva::cli::AddPrinterPapersCommand(app);
   zorva::cli::AddPrintCommand(app);
+  zorva::cli::AddPresetsCommands(app);
   return Run(app, argc, argv);
 }

@@ -48,7 +48,11 @@ TEST(Tool, HelpOnEveryCommandAndTheVersion) {
                                                           {"papers", "use"},
                                                           {"papers", "recent"},
                                                           {"printer-papers"},
-                                                          {"print"}};
+                                                          {"print"},
+                                                          {"presets", "list"},
+                                                          {"presets", "path"},
+                                                          {"presets", "save"},
+                                                          {"presets", "delete"}};
   for (std::vector<std::string> argv : commands) {
     std::string usage = "Usage: zorva";
     for (const std::string& word : argv) usage += " " + word;
