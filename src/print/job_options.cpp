@@ -195,6 +195,14 @@ std::optional<std::int32_t> JobDuplexValue(const Ticket& settings, const PPD* pp
   return std::nullopt;
 }
 
+std::optional<std::string> JobSides(const Ticket& settings, const PPD* ppd) {
+  const std::optional<std::int32_t> duplex = JobDuplexValue(settings, ppd);
+  for (const SidesRow& row : kSides) {
+    if (duplex && row.duplex == *duplex) return row.sides;
+  }
+  return std::nullopt;
+}
+
 JobOptions PPDChoiceOptions(const Ticket& settings, const PPD* ppd) {
   JobOptions options;
   const auto given = [&](std::string_view keyword) {

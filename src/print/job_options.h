@@ -40,6 +40,8 @@ inline constexpr std::int32_t kAllPages = 999999;
 // setting, else the PPD's default "Duplex" choice. nullopt when none of
 // them gives a known value.
 std::optional<std::int32_t> JobDuplexValue(const Ticket& settings, const PPD* ppd);
+// The job's "sides" keyword from that value; nullopt when there is none.
+std::optional<std::string> JobSides(const Ticket& settings, const PPD* ppd);
 
 // PPD choices as job options: the settings that have a PPD main keyword,
 // then the ticket's own PPD choices for keywords not yet given. With a PPD,

@@ -18,6 +18,7 @@
 #include "jobticket/jotf_export.h"
 #include "jobticket/jotf_keys.h"
 #include "paper/ppd.h"
+#include "print/printers.h"
 
 namespace zorva {
 
@@ -39,13 +40,6 @@ PrintFailure Failure(Status status, std::string message) {
 }
 
 constexpr int kConnectTimeoutMs = 10000;
-
-// The server as users name it: host and port, or the socket's path.
-std::string ServerName() {
-  const std::string server = cupsServer();
-  if (server.starts_with("/") || server.find(':') != std::string::npos) return server;
-  return server + ":" + std::to_string(ippPort());
-}
 
 // The PDF header may follow a few bytes of other data; readers look at the
 // first kilobyte for it.
@@ -104,12 +98,12 @@ std::unique_ptr<cups_dest_t, DestFree> FindQueue(const std::string& queue, Print
   http_t* probe = httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1,
                                kConnectTimeoutMs, nullptr);
   if (probe == nullptr) {
-    *failure = Failure(kNoConnection, "cannot reach the print server " + ServerName() + ": " +
+    *failure = Failure(kNoConnection, "cannot reach the print server " + PrintServerName() + ": " +
                                           cupsLastErrorString());
   } else {
     httpClose(probe);
     *failure = Failure(kPrintSessionErr, "no printer named " + Quoted(queue) +
-                                             " on the print server " + ServerName());
+                                             " on the print server " + PrintServerName());
   }
   return nullptr;
 }
@@ -129,10 +123,8 @@ PrintJob BuildPrintJob(PrintSession& session, const PPD* ppd, const std::filesys
   const std::string ticket = JOTFExportText(session);
   const Ticket& settings = session.printSettings();
   job.options = PPDChoiceOptions(settings, ppd);
-  if (std::optional<std::int32_t> duplex = JobDuplexValue(settings, ppd)) {
-    static constexpr const char* kSides[] = {"one-sided", "two-sided-long-edge",
-                                             "two-sided-short-edge"};
-    job.options.push_back({"sides", kSides[*duplex - 1]});
+  if (std::optional<std::string> sides = JobSides(settings, ppd)) {
+    job.options.push_back({"sides", std::move(*sides)});
   }
   std::string jobName;
   JobOptions fromTicket = StandardAttributesFromJobTicket(ticket, &jobName);

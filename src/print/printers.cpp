@@ -5,6 +5,12 @@
 
 namespace zorva {
 
+std::string PrintServerName() {
+  std::string server = cupsServer();
+  if (server.starts_with("/") || server.find(':') != std::string::npos) return server;
+  return server + ":" + std::to_string(ippPort());
+}
+
 std::vector<PrinterQueue> ListPrinterQueues(std::string* error) {
   std::vector<PrinterQueue> queues;
   cups_dest_t* dests = nullptr;
@@ -15,8 +21,8 @@ std::vector<PrinterQueue> ListPrinterQueues(std::string* error) {
                                  10000, nullptr);
     if (probe == nullptr) {
       if (error) {
-        *error = std::string("cannot reach the print server ") + cupsServer() + ": " +
-                 cupsLastErrorString();
+        *error =
+            "cannot reach the print server " + PrintServerName() + ": " + cupsLastErrorString();
       }
       return queues;
     }

@@ -15,6 +15,10 @@ struct PrinterQueue {
   bool isDefault = false;
 };
 
+// The calling thread's print server as users name it: host and port, or the
+// socket's path.
+std::string PrintServerName();
+
 // The queues in the server's order; an empty list and a one-line reason in
 // *error when the server cannot be asked.
 std::vector<PrinterQueue> ListPrinterQueues(std::string* error);

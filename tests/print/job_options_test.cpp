@@ -49,6 +49,9 @@ TEST(JobDuplexValue, PanelThenPlatformThenThePPDsDefault) {
   };
   for (const Case& c : cases) {
     EXPECT_EQ(JobDuplexValue(c.settings, c.ppd), c.expected) << &c - cases;
+    constexpr const char* kSides[] = {"one-sided", "two-sided-long-edge", "two-sided-short-edge"};
+    EXPECT_EQ(JobSides(c.settings, c.ppd),
+              c.expected ? std::optional<std::string>(kSides[*c.expected - 1]) : std::nullopt);
   }
 }
 
