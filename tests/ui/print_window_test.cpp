@@ -15,6 +15,7 @@
 #include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_page_size.h"
 #include "plugin_host.h"
+#include "print/job_options.h"
 #include "print/presets.h"
 #include "print_window.h"
 #include "support/recording_queue.h"
@@ -113,6 +114,28 @@ TEST_F(PrintWindowTest, StartsOnTheUsersDefaultPrinterWithItsLastUsedSettings) {
   std::int32_t duplex = 0;
   window.session()->printSettings().getNumber(jotfkey::kFinishingDuplex, duplex);
   EXPECT_EQ(duplex, 3);
+}
+
+TEST_F(PrintWindowTest, ChoosingAPresetLoadsItsSettingsIntoThePanels) {
+  Ticket proofs;
+  proofs.setNumber(kTicketClientSystem, jotfkey::kFinishingDuplex, 3);
+  proofs.setNumber(kTicketClientSystem, kPMCopiesKey, 4);
+  ASSERT_TRUE(SavePreset("Proofs", proofs, nullptr));
+  PrintWindow window(plugin_.ops(), dir_ / "doc.pdf", *Ticket::Load(kExample));
+  ASSERT_EQ(window.start(RecordingQueue::kQueue), "");
+  auto* presets = window.findChild<QComboBox*>("presets");
+  ASSERT_EQ(presets->count(), 2);
+  EXPECT_EQ(presets->itemText(0), "Last Used Settings");
+  presets->setCurrentIndex(1);
+  emit presets->activated(1);
+  std::int32_t duplex = 0;
+  window.session()->printSettings().getNumber(jotfkey::kFinishingDuplex, duplex);
+  EXPECT_EQ(duplex, 3);
+  EXPECT_EQ(window.findChild<QSpinBox*>("copies")->value(), 4);
+  ASSERT_EQ(window.print(), "");
+  std::string options;
+  Recorded(window.submittedJob(), &options);
+  EXPECT_NE(options.find("sides=two-sided-short-edge"), std::string::npos) << options;
 }
 
 TEST_F(PrintWindowTest, FailuresGiveOneMessageAndSubmitNothing) {
