@@ -114,7 +114,15 @@ TEST_F(PrintCommand, FailuresAreOneLineAndSubmitNothing) {
       {{"print", pdf, "--printer", "QM4400", "--ticket", (dir_ / "none.plist").string()},
        "none.plist"},
   };
-  for (const Case& c : cases) {
+  // A raw queue has no PPD to fetch.
+  ASSERT_EQ(RunProgram("lpadmin", {"-h", queue_.server(), "-p", "Raw", "-v",
+                                   "record:" + queue_.records().string(), "-E"})
+                .exitCode,
+            0);
+  std::vector<Case> all = cases;
+  all.push_back({{"print", pdf, "--printer", "Raw", "--ticket", job},
+                 "cannot get the PPD of printer \"Raw\""});
+  for (const Case& c : all) {
     ToolResult r = RunTool(c.args);
     ExpectOneLineError(r, 1);
     EXPECT_NE(r.err.find(c.message), std::string::npos) << r.err;
