@@ -197,13 +197,14 @@ std::string PrintWindow::openPrinter(const std::string& name, std::optional<Tick
 }
 
 void PrintWindow::closePrinter() {
-  if (context_ == nullptr) return;
-  ops_.Sync(context_, session_.get(), false);
-  controlsToSettings();
-  ops_.Close(context_);
-  ops_.Terminate(context_, kNoErr);
-  context_ = nullptr;
-  delete pane_;
+  if (context_ != nullptr) {
+    ops_.Sync(context_, session_.get(), false);
+    controlsToSettings();
+    ops_.Close(context_);
+    ops_.Terminate(context_, kNoErr);
+    context_ = nullptr;
+  }
+  delete pane_;  // also the pane of a plug-in that could not be set up
   pane_ = nullptr;
 }
 
@@ -229,6 +230,7 @@ void PrintWindow::fillPresets() {
 }
 
 void PrintWindow::presetChosen(int index) {
+  if (!session_ || context_ == nullptr) return;
   std::optional<Ticket> chosen;
   std::string error;
   if (index == 0) {
@@ -246,6 +248,7 @@ void PrintWindow::presetChosen(int index) {
 }
 
 void PrintWindow::savePreset() {
+  if (!session_ || context_ == nullptr) return;
   bool ok = false;
   const QString name =
       QInputDialog::getText(this, QStringLiteral("Save Preset"), QStringLiteral("Preset name:"),
