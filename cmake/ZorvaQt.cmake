@@ -38,10 +38,10 @@ set(ZORVA_MODULE_NAME "ZorvaFeatures.so")
 install(TARGETS ZorvaFeatures LIBRARY DESTINATION "${ZORVA_INSTALL_BUNDLES}/${ZORVA_BUNDLE_NAME}")
 
 # zorva-print: loads the module through its factory like any print dialog.
-add_executable(zorva-print apps/zorva-print/main.cpp)
+add_executable(zorva-print apps/zorva-print/main.cpp apps/zorva-print/print_window.cpp)
 set_target_properties(zorva-print PROPERTIES AUTOMOC ON)
 target_include_directories(zorva-print PRIVATE "${CMAKE_SOURCE_DIR}/src")
-target_link_libraries(zorva-print PRIVATE zorva_core Qt6::Widgets ${CMAKE_DL_LIBS})
+target_link_libraries(zorva-print PRIVATE zorva_print zorva_core Qt6::Widgets ${CMAKE_DL_LIBS})
 target_compile_definitions(zorva-print PRIVATE ZORVA_VERSION="${PROJECT_VERSION}")
 target_precompile_headers(zorva-print PRIVATE ${ZORVA_QT_PCH_HEADERS})
 add_dependencies(zorva-print ZorvaFeatures)

@@ -1,7 +1,9 @@
-// zorva-print: a small print dialog for a job ticket. It loads the
+// zorva-print: the print dialog for Zorva printers. It loads the
 // ZorvaFeatures plug-in the way a print dialog does (dlopen, the factory,
-// the dialog-extension interface), shows the host pane with OK and Cancel,
-// and on OK lets the panels write the ticket and saves it.
+// the dialog-extension interface). Given a document (--file) it is a print
+// dialog for the CUPS server's printers that prints the job with its job
+// ticket; given only a ticket file it edits that ticket: OK lets the panels
+// write it and saves it.
 #include <dlfcn.h>
 
 #include <QApplication>
@@ -20,6 +22,7 @@
 #include "core/bundle.h"
 #include "core/print_session.h"
 #include "host/pde_interface.h"
+#include "print_window.h"
 
 namespace {
 
@@ -74,6 +77,12 @@ struct Options {
   std::filesystem::path ppd;
   std::filesystem::path screenshots;
   bool pressOK = false;
+  // The print dialog: a document, a printer, Print pressed for scripts.
+  std::filesystem::path document;
+  std::string printer;
+  bool pressPrint = false;
+  std::filesystem::path screenshot;
+  bool printing() const { return !document.empty(); }
 };
 
 // Parsed before the application exists, so --help and mistakes need no
@@ -100,7 +109,18 @@ std::optional<Options> ParseOptions(int argc, char** argv, std::string* error, i
   const QCommandLineOption ok("ok",
                               "Press OK as soon as the dialog shows: the panels write the ticket "
                               "and it is saved (for scripts).");
-  parser.addOptions({ticket, ppd, shots, ok});
+  const QCommandLineOption file("file",
+                                "Print this PDF document: shows the print dialog for the print "
+                                "server's printers (CUPS_SERVER or the user's server).",
+                                "PDF");
+  const QCommandLineOption printer(
+      "printer", "The printer to start with (default: the user's default printer).", "NAME");
+  const QCommandLineOption print("print",
+                                 "Press Print as soon as the dialog shows; prints the job's id, "
+                                 "or one line saying why nothing was printed (for scripts).");
+  const QCommandLineOption shot(
+      "screenshot", "Save a picture of the print dialog as FILE (PNG) and quit.", "FILE");
+  parser.addOptions({ticket, ppd, shots, ok, file, printer, print, shot});
   if (!parser.parse(arguments)) {
     *error = parser.errorText().toStdString();
     *exitCode = 1;
@@ -123,11 +143,19 @@ std::optional<Options> ParseOptions(int argc, char** argv, std::string* error, i
     *error = "unexpected argument \"" + parser.positionalArguments().first().toStdString() + "\"";
     return std::nullopt;
   }
-  if (!parser.isSet(ticket)) {
+  Options options;
+  options.document = parser.value(file).toStdString();
+  options.printer = parser.value(printer).toStdString();
+  options.pressPrint = parser.isSet(print);
+  options.screenshot = parser.value(shot).toStdString();
+  if (!options.printing() && (parser.isSet(printer) || parser.isSet(print) || parser.isSet(shot))) {
+    *error = "--printer, --print and --screenshot need --file PDF (see --help)";
+    return std::nullopt;
+  }
+  if (!parser.isSet(ticket) && !options.printing()) {
     *error = "--ticket FILE is required (see --help)";
     return std::nullopt;
   }
-  Options options;
   options.ticket = parser.value(ticket).toStdString();
   options.ppd = parser.value(ppd).toStdString();
   options.screenshots = parser.value(shots).toStdString();
@@ -149,6 +177,27 @@ void SavePictures(QWidget& window, QWidget& pane, const std::filesystem::path& f
   }
 }
 
+// The print dialog: runs it, or presses Print or takes its picture.
+int RunPrintDialog(PlugIn& plugin, const Options& options, std::optional<Ticket> settings) {
+  PrintWindow window(plugin.ops(), options.document, std::move(settings));
+  if (std::string error = window.start(options.printer); !error.empty()) return Fail(error);
+  if (!options.screenshot.empty()) {
+    window.show();
+    QApplication::processEvents();
+    if (!window.grab().save(QString::fromStdString(options.screenshot.string()))) {
+      return Fail("cannot write " + options.screenshot.string());
+    }
+    return 0;
+  }
+  if (options.pressPrint) {
+    if (std::string error = window.print(); !error.empty()) return Fail(error);
+  } else if (window.exec() != QDialog::Accepted) {
+    return 0;
+  }
+  std::printf("%s\n", window.submittedJob().c_str());
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -159,10 +208,12 @@ int main(int argc, char** argv) {
 
   PrintSession session("", "", options->ppd);
   std::error_code ec;
-  if (std::filesystem::exists(options->ticket, ec)) {
-    std::optional<Ticket> ticket = Ticket::Load(options->ticket, &error);
-    if (!ticket) return Fail(options->ticket.string() + ": " + error);
-    session.printSettings() = std::move(*ticket);
+  std::optional<Ticket> settings;
+  if (!options->ticket.empty() &&
+      (options->printing() || std::filesystem::exists(options->ticket, ec))) {
+    settings = Ticket::Load(options->ticket, &error);
+    if (!settings) return Fail(options->ticket.string() + ": " + error);
+    session.printSettings() = *settings;
   }
   if (!options->ppd.empty() && !std::filesystem::is_regular_file(options->ppd, ec)) {
     return Fail("cannot read the PPD " + options->ppd.string());
@@ -172,6 +223,7 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName("zorva-print");
   PlugIn plugin;
   if (error = plugin.load(); !error.empty()) return Fail(error);
+  if (options->printing()) return RunPrintDialog(plugin, *options, std::move(settings));
   PDEInterfaceTable& ops = plugin.ops();
   PDEContext context = nullptr;
   std::uint32_t creator = 0;

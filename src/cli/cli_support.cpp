@@ -2,8 +2,11 @@
 #include "cli/cli_support.h"
 
 #include <cerrno>
+#include <charconv>
+#include <cmath>
 #include <cstring>
 #include <iostream>
+#include <optional>
 #include <span>
 
 #include "cli/value_text.h"
@@ -99,6 +102,33 @@ void PrintColumns(std::ostream& out, const std::vector<TextRow>& rows) {
     while (!line.empty() && line.back() == ' ') line.pop_back();
     out << line << '\n';
   }
+}
+
+namespace {
+
+std::optional<double> ParsePositive(std::string_view text) {
+  double value = 0;
+  const auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (ec != std::errc() || end != text.data() + text.size() || !std::isfinite(value) ||
+      value <= 0) {
+    return std::nullopt;
+  }
+  return value;
+}
+
+}  // namespace
+
+PageSizePoints ParsePageSizeOption(const std::string& text, int orientation) {
+  const std::size_t comma = text.find(',');
+  std::optional<double> width, length;
+  if (comma != std::string::npos) {
+    width = ParsePositive(std::string_view(text).substr(0, comma));
+    length = ParsePositive(std::string_view(text).substr(comma + 1));
+  }
+  if (!width || !length) {
+    FailUsage("--page-size wants two positive numbers of points, WIDTH,LENGTH: " + Shown(text));
+  }
+  return {*width, *length, orientation};
 }
 
 }  // namespace zorva::cli

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "core/ticket.h"
+#include "jobticket/jotf_page_size.h"
 
 namespace zorva::cli {
 
@@ -50,6 +51,10 @@ Ticket LoadTicketFile(const std::filesystem::path& path);
 
 // Writes the ticket as an XML property list, atomically; kExitFailure on error.
 void SaveTicketFile(const Ticket& ticket, const std::filesystem::path& path);
+
+// The page size of --page-size "WIDTH,LENGTH" (points) with an orientation;
+// a usage failure for anything but two positive numbers.
+PageSizePoints ParsePageSizeOption(const std::string& text, int orientation);
 
 // Everything on standard input (bounded, so a runaway pipe cannot eat memory).
 std::string ReadStandardInput();

@@ -41,4 +41,9 @@ void AddPPDCommand(CLI::App& app);
 // zorva papers list|show|add|remove|use|recent
 void AddPapersCommands(CLI::App& app);
 
+// zorva print FILE --printer QUEUE --ticket TICKET [--no-job-ticket]
+void AddPrintCommand(CLI::App& app);
+// zorva presets list|path|save|delete
+void AddPresetsCommands(CLI::App& app);
+
 }  // namespace zorva::cli

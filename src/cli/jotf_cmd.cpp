@@ -2,8 +2,6 @@
 // reads, from a settings property list (as it stands) or from a print-settings
 // ticket the way the dialog's export command does.
 #include <CLI/CLI.hpp>
-#include <charconv>
-#include <cmath>
 #include <cstring>
 #include <iostream>
 #include <memory>
@@ -58,29 +56,6 @@ void WriteOutput(const std::string& text, const std::string& path) {
   if (err != 0) FailRuntime("cannot write " + path + ": " + std::strerror(err));
 }
 
-std::optional<double> ParseNumber(std::string_view text) {
-  double value = 0;
-  const auto [end, ec] = std::from_chars(text.data(), text.data() + text.size(), value);
-  if (ec != std::errc() || end != text.data() + text.size() || !std::isfinite(value) ||
-      value <= 0) {
-    return std::nullopt;
-  }
-  return value;
-}
-
-PageSizePoints ParsePageSize(const std::string& text, int orientation) {
-  const std::size_t comma = text.find(',');
-  std::optional<double> width, length;
-  if (comma != std::string::npos) {
-    width = ParseNumber(std::string_view(text).substr(0, comma));
-    length = ParseNumber(std::string_view(text).substr(comma + 1));
-  }
-  if (!width || !length) {
-    FailUsage("--page-size wants two positive numbers of points, WIDTH,LENGTH: " + Shown(text));
-  }
-  return {*width, *length, orientation};
-}
-
 void Write(const JotfArgs& args) {
   const Ticket settings = LoadTicketFile(args.input);
   WriteOutput(JOTFDocumentText(settings.toDictionary()), args.output);
@@ -88,7 +63,7 @@ void Write(const JotfArgs& args) {
 
 void Export(const JotfArgs& args) {
   std::optional<PageSizePoints> page;
-  if (!args.pageSize.empty()) page = ParsePageSize(args.pageSize, args.orientation);
+  if (!args.pageSize.empty()) page = ParsePageSizeOption(args.pageSize, args.orientation);
   PrintSession session;
   session.printSettings() = LoadTicketFile(args.input);
   if (page) {
@@ -137,7 +112,8 @@ void AddExport(CLI::App* jotf, const std::shared_ptr<JotfArgs>& args) {
 }  // namespace
 
 void AddJotfCommands(CLI::App& app) {
-  CLI::App* jotf = app.add_subcommand("jotf", "Write, import and summarise JOTF job tickets for the printer's server");
+  CLI::App* jotf = app.add_subcommand(
+      "jotf", "Write, import and summarise JOTF job tickets for the printer's server");
   jotf->require_subcommand(1);
   auto args = std::make_shared<JotfArgs>();
   AddWrite(jotf, args);

@@ -113,5 +113,7 @@ int main(int argc, char** argv) {
   zorva::cli::AddPPDCommand(app);
   zorva::cli::AddPapersCommands(app);
   zorva::cli::AddPrinterPapersCommand(app);
+  zorva::cli::AddPrintCommand(app);
+  zorva::cli::AddPresetsCommands(app);
   return Run(app, argc, argv);
 }

@@ -149,14 +149,26 @@ std::string JOTFDocumentText(const Dictionary& settings) {
   return std::string(data ? data : "", size);
 }
 
+std::string JOTFExportText(PrintSession& session) {
+  // Restores the caller's current session however the writing ends.
+  struct CurrentSession {
+    PrintSession* previous = GetCurrentPrintSession();
+    explicit CurrentSession(PrintSession* s) { SetCurrentPrintSession(s); }
+    ~CurrentSession() { SetCurrentPrintSession(previous); }
+    CurrentSession(const CurrentSession&) = delete;
+    CurrentSession& operator=(const CurrentSession&) = delete;
+  } current(&session);
+  AddJOTFHostTicketItems(session.printSettings());
+  return JOTFDocumentText(JOTFSettingsFromTicket(session.printSettings()));
+}
+
 Status JOTFExportToFileAtPath(const std::filesystem::path& path, std::string* reason) {
   PrintSession* session = GetCurrentPrintSession();
   if (!session) {
     if (reason) *reason = "no print session";
     return kPrintSessionErr;
   }
-  AddJOTFHostTicketItems(session->printSettings());
-  const std::string text = JOTFDocumentText(JOTFSettingsFromTicket(session->printSettings()));
+  const std::string text = JOTFExportText(*session);
   const int err = WriteFileAtomically(path, text);
   if (err != 0 && reason) *reason = std::strerror(err);
   return StatusForErrno(err);

@@ -33,6 +33,12 @@ Dictionary JOTFSettingsFromTicket(const Ticket& ticket);
 // The whole document of `settings` as text (empty when nothing is written).
 std::string JOTFDocumentText(const Dictionary& settings);
 
+// The job ticket the export command writes for `session`, as text: adds the
+// host's items to its print settings and writes their "com.zorva" items, with
+// `session` as the current print session meanwhile (the media writers read
+// its page format). The print path sends exactly these bytes.
+std::string JOTFExportText(PrintSession& session);
+
 // The export command: adds the host's items to the current print session's
 // print settings, writes the job ticket of its "com.zorva" items to `path`
 // (replacing the file atomically). kPrintSessionErr without a session; a

@@ -221,6 +221,22 @@ void PPDGetTicketValueForChoiceOrDefault(const PPD* ppd, const Ticket& ticket,
   value = PPDTicketValueForChoice(std::string(keyword).c_str(), choice->c_str());
 }
 
+std::vector<PPDPaperSize> PPDPaperSizes(const PPD* ppd) {
+  std::vector<PPDPaperSize> sizes;
+  const ppd_option_t* option = FindOption(ppd, "PageSize");
+  if (option == nullptr) return sizes;
+  for (int i = 0; i < option->num_choices; ++i) {
+    const ppd_choice_t& c = option->choices[i];
+    PPDPaperSize size{ppd->keyword(c.choice), ppd->text(c.text)};
+    if (const ppd_size_t* s = ppdPageSize(ppd->file(), c.choice)) {
+      size.width = s->width;
+      size.length = s->length;
+    }
+    sizes.push_back(std::move(size));
+  }
+  return sizes;
+}
+
 // ---- Menus --------------------------------------------------------------------------
 
 std::vector<PPDMenuItem> PPDPopulateMenuWithChoices(PPD* ppd, std::string_view keyword,

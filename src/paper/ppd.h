@@ -101,6 +101,17 @@ struct PPDMenuItem {
 std::vector<PPDMenuItem> PPDPopulateMenuWithChoices(PPD* ppd, std::string_view keyword,
                                                     bool checkConflicts);
 
+// A paper size of the PPD's "PageSize" option, with its dimensions in
+// points (from "*PaperDimension"; 0 when the PPD gives none).
+struct PPDPaperSize {
+  std::string choice;
+  std::string text;  // UTF-8
+  double width = 0;
+  double length = 0;
+};
+// Every "PageSize" choice in PPD order.
+std::vector<PPDPaperSize> PPDPaperSizes(const PPD* ppd);
+
 // A PPD option as the tool shows it.
 struct PPDChoiceInfo {
   std::string choice;

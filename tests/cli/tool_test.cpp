@@ -48,7 +48,12 @@ TEST(Tool, HelpOnEveryCommandAndTheVersion) {
                                                           {"papers", "remove"},
                                                           {"papers", "use"},
                                                           {"papers", "recent"},
-                                                          {"printer-papers"}};
+                                                          {"printer-papers"},
+                                                          {"print"},
+                                                          {"presets", "list"},
+                                                          {"presets", "path"},
+                                                          {"presets", "save"},
+                                                          {"presets", "delete"}};
   for (std::vector<std::string> argv : commands) {
     std::string usage = "Usage: zorva";
     for (const std::string& word : argv) usage += " " + word;

@@ -301,3 +301,27 @@ TEST(PPDCurrent, OpensFromTheSessionOnceAndRetriesAfterFailure) {
 
 }  // namespace
 }  // namespace zorva
+
+namespace zorva {
+namespace {
+
+TEST(PPDPaperSizes, EveryPageSizeWithItsDimensionsInPPDOrder) {
+  const std::vector<PPDPaperSize> sizes =
+      PPDPaperSizes(PPDOpenFile(test::TestData("ppd/zorva-production.ppd")).get());
+  ASSERT_EQ(sizes.size(), 5u);
+  const PPDPaperSize expected[] = {{"Letter", "Letter", 612, 792},
+                                   {"A4", "A4", 595, 842},
+                                   {"A3", "A3", 842, 1191},
+                                   {"SRA3", "SRA3", 907, 1276},
+                                   {"Postcard", "Postcard", 283, 416}};
+  for (std::size_t i = 0; i < sizes.size(); ++i) {
+    EXPECT_EQ(sizes[i].choice, expected[i].choice);
+    EXPECT_EQ(sizes[i].text, expected[i].text);
+    EXPECT_EQ(sizes[i].width, expected[i].width) << sizes[i].choice;
+    EXPECT_EQ(sizes[i].length, expected[i].length) << sizes[i].choice;
+  }
+  EXPECT_TRUE(PPDPaperSizes(nullptr).empty());
+}
+
+}  // namespace
+}  // namespace zorva

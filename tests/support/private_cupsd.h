@@ -101,12 +101,26 @@ class PrivateCupsd {
     return fail(reason, "cupsd did not answer on " + server());
   }
 
-  // Adds an enabled queue printing to /dev/null with the PPD; false with
-  // lpadmin's message in *reason when it cannot.
+  // Puts a file into the server's folder: "x.types" and "x.convs" (before
+  // start), "bin/backend/NAME" and "bin/filter/NAME" programs. A backend of
+  // mode 0700 runs as root, so it may write into the test's folders.
+  void putFile(const std::filesystem::path& relative, const std::string& text,
+               std::filesystem::perms mode = std::filesystem::perms::owner_read |
+                                             std::filesystem::perms::owner_write |
+                                             std::filesystem::perms::group_read |
+                                             std::filesystem::perms::others_read) {
+    const std::filesystem::path path = dir_.path() / relative;
+    std::filesystem::create_directories(path.parent_path());
+    WriteText(path, text);
+    std::filesystem::permissions(path, mode);
+  }
+
+  // Adds an enabled queue with the PPD, printing to /dev/null or to the
+  // device given; false with lpadmin's message in *reason when it cannot.
   bool addQueue(const std::string& name, const std::filesystem::path& ppd,
-                std::string* reason = nullptr, const std::string& deviceUri = "file:/dev/null") {
-    ToolResult r = RunProgram(
-        "lpadmin", {"-h", server(), "-p", name, "-v", deviceUri, "-P", ppd.string(), "-E"});
+                std::string* reason = nullptr, const std::string& device = "file:/dev/null") {
+    ToolResult r =
+        RunProgram("lpadmin", {"-h", server(), "-p", name, "-v", device, "-P", ppd.string(), "-E"});
     if (r.exitCode == 0) return true;
     return fail(reason, "lpadmin: " + r.err + ReadText(dir_.path() / "log/error_log"));
   }
@@ -125,19 +139,22 @@ class PrivateCupsd {
  private:
   // The system's folder as it is, or, when the test brings programs of its
   // own, a folder of links to the system's programs and the test's.
+  // The folder gets the test's own programs first, then every program of
+  // the system's folder that does not share a name with one already there
+  // (a test may also have put programs in with putFile before start).
   static void LinkPrograms(const std::filesystem::path& system,
                            const std::vector<std::pair<std::string, std::filesystem::path>>& own,
                            const std::filesystem::path& folder) {
-    if (own.empty()) {
-      std::filesystem::create_directory_symlink(system, folder);
-      return;
-    }
     std::filesystem::create_directories(folder);
+    for (const auto& [name, program] : own) {
+      if (!std::filesystem::exists(folder / name))
+        std::filesystem::create_symlink(program, folder / name);
+    }
     std::error_code ec;
     for (const auto& entry : std::filesystem::directory_iterator(system, ec)) {
-      std::filesystem::create_symlink(entry.path(), folder / entry.path().filename());
+      const std::filesystem::path link = folder / entry.path().filename();
+      if (!std::filesystem::exists(link)) std::filesystem::create_symlink(entry.path(), link);
     }
-    for (const auto& [name, program] : own) std::filesystem::create_symlink(program, folder / name);
   }
 
   static bool fail(std::string* reason, const std::string& why) {
