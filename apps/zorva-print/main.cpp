@@ -11,6 +11,8 @@
 #include <QCommandLineParser>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QDir>
+#include <QFileDialog>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <cstdio>
@@ -82,6 +84,9 @@ struct Options {
   std::string printer;
   bool pressPrint = false;
   std::filesystem::path screenshot;
+  // Started with neither a ticket nor a document (from the desktop's
+  // menu): a file chooser asks for the document to print.
+  bool chooseDocument = false;
   bool printing() const { return !document.empty(); }
 };
 
@@ -121,6 +126,11 @@ std::optional<Options> ParseOptions(int argc, char** argv, std::string* error, i
   const QCommandLineOption shot(
       "screenshot", "Save a picture of the print dialog as FILE (PNG) and quit.", "FILE");
   parser.addOptions({ticket, ppd, shots, ok, file, printer, print, shot});
+  parser.addPositionalArgument(
+      "PDF",
+      "The document to print, as --file gives it. Without a document and without --ticket "
+      "a file chooser asks for one.",
+      "[PDF]");
   if (!parser.parse(arguments)) {
     *error = parser.errorText().toStdString();
     *exitCode = 1;
@@ -139,12 +149,14 @@ std::optional<Options> ParseOptions(int argc, char** argv, std::string* error, i
     return std::nullopt;
   }
   *exitCode = 1;
-  if (!parser.positionalArguments().isEmpty()) {
-    *error = "unexpected argument \"" + parser.positionalArguments().first().toStdString() + "\"";
+  const QStringList positional = parser.positionalArguments();
+  const qsizetype allowed = parser.isSet(file) ? 0 : 1;
+  if (positional.size() > allowed) {
+    *error = "unexpected argument \"" + positional.at(allowed).toStdString() + "\"";
     return std::nullopt;
   }
   Options options;
-  options.document = parser.value(file).toStdString();
+  options.document = (parser.isSet(file) ? parser.value(file) : positional.value(0)).toStdString();
   options.printer = parser.value(printer).toStdString();
   options.pressPrint = parser.isSet(print);
   options.screenshot = parser.value(shot).toStdString();
@@ -153,8 +165,11 @@ std::optional<Options> ParseOptions(int argc, char** argv, std::string* error, i
     return std::nullopt;
   }
   if (!parser.isSet(ticket) && !options.printing()) {
-    *error = "--ticket FILE is required (see --help)";
-    return std::nullopt;
+    if (parser.isSet(ok) || parser.isSet(ppd) || parser.isSet(shots)) {
+      *error = "--ticket FILE is required (see --help)";
+      return std::nullopt;
+    }
+    options.chooseDocument = true;
   }
   options.ticket = parser.value(ticket).toStdString();
   options.ppd = parser.value(ppd).toStdString();
@@ -203,7 +218,7 @@ int RunPrintDialog(PlugIn& plugin, const Options& options, std::optional<Ticket>
 int main(int argc, char** argv) {
   std::string error;
   int exitCode = 0;
-  const std::optional<Options> options = ParseOptions(argc, argv, &error, &exitCode);
+  std::optional<Options> options = ParseOptions(argc, argv, &error, &exitCode);
   if (!options) return error.empty() ? exitCode : Fail(error);
 
   PrintSession session("", "", options->ppd);
@@ -223,6 +238,13 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName("zorva-print");
   PlugIn plugin;
   if (error = plugin.load(); !error.empty()) return Fail(error);
+  if (options->chooseDocument) {
+    const QString chosen = QFileDialog::getOpenFileName(
+        nullptr, QStringLiteral("Print a PDF Document"), QDir::homePath(),
+        QStringLiteral("PDF documents (*.pdf);;All files (*)"));
+    if (chosen.isEmpty()) return 0;
+    options->document = chosen.toStdString();
+  }
   if (options->printing()) return RunPrintDialog(plugin, *options, std::move(settings));
   PDEInterfaceTable& ops = plugin.ops();
   PDEContext context = nullptr;

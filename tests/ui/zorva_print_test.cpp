@@ -61,11 +61,13 @@ TEST(ZorvaPrint, MistakesEndWithOneLineAndLeaveTheFileAlone) {
     std::string start;
   };
   const std::vector<Case> cases = {
-      {{}, "zorva-print: --ticket FILE is required"},
+      {{"--ok"}, "zorva-print: --ticket FILE is required"},
       {{"--ticket", bad.string(), "--ok"}, "zorva-print: " + bad.string() + ": "},
       {{"--ticket", (dir / "x").string(), "--ppd", (dir / "none.ppd").string()},
        "zorva-print: cannot read the PPD"},
-      {{"--ticket", (dir / "x").string(), "extra"}, "zorva-print: unexpected argument \"extra\""},
+      {{"--ticket", (dir / "x").string(), "a.pdf", "extra"},
+       "zorva-print: unexpected argument \"extra\""},
+      {{"--file", "a.pdf", "extra"}, "zorva-print: unexpected argument \"extra\""},
   };
   for (const Case& c : cases) {
     const ToolResult r = RunPrint(c.args);
