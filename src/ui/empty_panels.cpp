@@ -110,9 +110,6 @@ Status CreatePaperOutputPanelInterface(PanelInterface** out) {
 Status CreateSpecialPagesPanelInterface(PanelInterface** out) {
   return CreateEmptyPanelInterface<PanelKind::SpecialPages>(out);
 }
-Status CreateImageOptionsPanelInterface(PanelInterface** out) {
-  return CreateEmptyPanelInterface<PanelKind::ImageOptions>(out);
-}
 Status CreateJobNotesPanelInterface(PanelInterface** out) {
   return CreateEmptyPanelInterface<PanelKind::JobNotes>(out);
 }
