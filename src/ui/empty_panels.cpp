@@ -110,9 +110,6 @@ Status CreatePaperOutputPanelInterface(PanelInterface** out) {
 Status CreateSpecialPagesPanelInterface(PanelInterface** out) {
   return CreateEmptyPanelInterface<PanelKind::SpecialPages>(out);
 }
-Status CreateJobNotesPanelInterface(PanelInterface** out) {
-  return CreateEmptyPanelInterface<PanelKind::JobNotes>(out);
-}
 Status CreateBookletWatermarkPanelInterface(PanelInterface** out) {
   return CreateEmptyPanelInterface<PanelKind::BookletWatermark>(out);
 }
