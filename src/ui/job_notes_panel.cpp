@@ -55,11 +55,15 @@ QString FieldText(const QWidget* field) {
 
 void SetFieldText(QWidget* field, const std::string& text) {
   const QString t = QString::fromStdString(text);
+  QLineEdit* line = qobject_cast<QLineEdit*>(field);
   if (auto* combo = qobject_cast<QComboBox*>(field)) {
     combo->setEditText(t);
-  } else if (auto* line = qobject_cast<QLineEdit*>(field)) {
+    line = combo->lineEdit();
+  } else if (line) {
     line->setText(t);
   }
+  // A long note shows from its beginning.
+  if (line) line->setCursorPosition(0);
 }
 
 void ShowJobName(JobNotesContext& panel) {
@@ -67,8 +71,7 @@ void ShowJobName(JobNotesContext& panel) {
   if (!c.jobName || !c.useJobName) return;
   const bool document = c.useJobName->isChecked();
   c.jobName->setEnabled(!document);
-  c.jobName->setEditText(
-      QString::fromStdString(document ? panel.documentName : panel.settings.jobName));
+  SetFieldText(c.jobName, document ? panel.documentName : panel.settings.jobName);
 }
 
 void ShowAccounting(JobNotesContext& panel) {
