@@ -94,10 +94,9 @@ void ShowHighlightColor(ImageOptionsContext& panel) {
     c.highlightChoose->setEnabled(custom);
     const QColor color = h.rgb ? QColor((*h.rgb)[0], (*h.rgb)[1], (*h.rgb)[2]) : QColor();
     // The button shows the chosen colour as a swatch.
-    c.highlightChoose->setStyleSheet(
-        color.isValid() && custom
-            ? QStringLiteral("QPushButton { border-left: 14px solid %1; }").arg(color.name())
-            : QString());
+    QPixmap swatch(14, 14);
+    swatch.fill(color.isValid() ? color : Qt::transparent);
+    c.highlightChoose->setIcon(color.isValid() && custom ? QIcon(swatch) : QIcon());
   }
 }
 
