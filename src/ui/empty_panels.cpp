@@ -110,8 +110,5 @@ Status CreatePaperOutputPanelInterface(PanelInterface** out) {
 Status CreateSpecialPagesPanelInterface(PanelInterface** out) {
   return CreateEmptyPanelInterface<PanelKind::SpecialPages>(out);
 }
-Status CreateBookletWatermarkPanelInterface(PanelInterface** out) {
-  return CreateEmptyPanelInterface<PanelKind::BookletWatermark>(out);
-}
 
 }  // namespace zorva

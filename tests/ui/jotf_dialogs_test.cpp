@@ -30,26 +30,6 @@ namespace key = jotfkey;
 const std::filesystem::path kZorvaPPD =
     std::filesystem::path(ZORVA_TEST_DATA) / "../../examples/zorva-qm4400.ppd";
 
-// Types the file's whole path into the dialog's name field and accepts, as a
-// user would: no waiting on the dialog's background folder listing.
-void ChooseFile(QWidget* modal, const std::string& path) {
-  auto* dialog = qobject_cast<QFileDialog*>(modal);
-  ASSERT_NE(dialog, nullptr);
-  const QFileInfo file(QString::fromStdString(path));
-  dialog->setDirectory(file.absolutePath());
-  auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
-  ASSERT_NE(name, nullptr);
-  name->setText(file.absoluteFilePath());
-  ASSERT_EQ(dialog->selectedFiles(), QStringList{file.absoluteFilePath()});
-  static_cast<QDialog*>(dialog)->accept();  // QFileDialog hides it
-}
-
-void Press(QWidget* modal, const char* button) {
-  auto* b = modal->findChild<QPushButton*>(button);
-  ASSERT_NE(b, nullptr) << button;
-  b->click();
-}
-
 class JOTFDialogsTest : public ::testing::Test {
  protected:
   void openAdvanced(Dialog& dialog) {

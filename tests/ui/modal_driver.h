@@ -1,5 +1,6 @@
 // Answers a test's modal windows as they come up, one step per window, and
-// closes (failing the test) a window that no step answers.
+// closes (failing the test) a window that no step answers; and the answers
+// a user gives a file dialog or a button.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -7,10 +8,15 @@
 #include <QApplication>
 #include <QDialog>
 #include <QElapsedTimer>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLineEdit>
 #include <QPointer>
+#include <QPushButton>
 #include <QTimer>
 #include <deque>
 #include <functional>
+#include <string>
 
 namespace zorva::test {
 
@@ -47,5 +53,25 @@ class ModalDriver {
   // Cleared when that window goes, so a new one at the same address counts.
   QPointer<QWidget> last_;
 };
+
+// Types the file's whole path into the dialog's name field and accepts, as a
+// user would: no waiting on the dialog's background folder listing.
+inline void ChooseFile(QWidget* modal, const std::string& path) {
+  auto* dialog = qobject_cast<QFileDialog*>(modal);
+  ASSERT_NE(dialog, nullptr);
+  const QFileInfo file(QString::fromStdString(path));
+  dialog->setDirectory(file.absolutePath());
+  auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
+  ASSERT_NE(name, nullptr);
+  name->setText(file.absoluteFilePath());
+  ASSERT_EQ(dialog->selectedFiles(), QStringList{file.absoluteFilePath()});
+  static_cast<QDialog*>(dialog)->accept();  // QFileDialog hides it
+}
+
+inline void Press(QWidget* modal, const char* button) {
+  auto* b = modal->findChild<QPushButton*>(button);
+  ASSERT_NE(b, nullptr) << button;
+  b->click();
+}
 
 }  // namespace zorva::test
