@@ -37,6 +37,7 @@ struct BookletControls {
   QComboBox* foldStaple = nullptr;
   QCheckBox* rotate = nullptr;
   QComboBox* watermark = nullptr;
+  WatermarkPreview* preview = nullptr;  // the chosen watermark on a page
 };
 
 struct BookletContext {
@@ -76,13 +77,20 @@ void FillWatermarkMenu(BookletContext& panel) {
   }
 }
 
-// Selects the held watermark (or "no watermark" when it is not stored).
+// Selects the held watermark (or "no watermark" when it is not stored) and
+// shows it on the small page.
 void ShowWatermark(BookletContext& panel) {
   QComboBox* menu = panel.controls.watermark;
   if (!menu) return;
   const QSignalBlocker quiet(menu);
   const int at = menu->findData(QString::fromStdString(panel.settings.watermark), kNameRole);
   menu->setCurrentIndex(at >= 0 ? at : 0);
+  if (WatermarkPreview* preview = panel.controls.preview) {
+    WatermarkData record;
+    const bool shown =
+        at >= 0 && loadWatermarkData(kWatermarkFileName, panel.settings.watermark, record);
+    preview->setRecord(shown ? record : WatermarkData{});
+  }
 }
 
 void ShowSettings(BookletContext& panel) {
@@ -190,6 +198,11 @@ void BuildControls(BookletContext& panel, QWidget* view) {
   c.foldStaple = Control<QComboBox>(view, 5);
   c.rotate = Control<QCheckBox>(view, 6);
   c.watermark = Control<QComboBox>(view, 7);
+  if (auto* frame = view->findChild<QWidget*>("ZBw_preview"); frame && frame->layout()) {
+    c.preview = new WatermarkPreview(frame);
+    c.preview->setMinimumSize(116, 150);
+    frame->layout()->addWidget(c.preview);
+  }
   if (c.gutter) c.gutter->setRange(0, kMaxGutter);
   if (c.creep) c.creep->setRange(0, kMaxCreep);
   PopulatePopupButtonFromMap(panel.head.bundle, c.foldStaple, BookletFoldStapleMap, JobContext::Job,
