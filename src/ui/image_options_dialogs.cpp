@@ -283,9 +283,10 @@ class FullColorView {
 }  // namespace
 
 bool RunModalImageShiftDialog(const Bundle* bundle, QWidget* parent, ImageShiftOptions& options) {
+  // The controls' record outlives the dialog whose signals reach it.
+  ShiftControls c;
   std::unique_ptr<QDialog> dialog =
       LoadDialog(bundle, "ImageShiftDialog", "ImageShift", "ImageShiftTitle", "ZIsh", parent);
-  ShiftControls c;
   if (!dialog || !BuildShiftControls(dialog.get(), c)) return false;
   PopulatePopupButtonFromMap(bundle, c.oneSided, ImageShiftOptions1SidedMap, JobContext::Job, 0);
   PopulatePopupButtonFromMap(bundle, c.twoSided, ImageShiftOptions2SidedMap, JobContext::Job, 0);
@@ -318,9 +319,11 @@ bool RunModalFullColorSetup(const Bundle* bundle, QWidget* parent, FullColorOpti
   if (!view.complete()) return false;
   view.show(options);
   view.connect();
-  if (dialog->exec() != QDialog::Accepted) return false;
-  view.take(options);
-  return true;
+  const bool accepted = dialog->exec() == QDialog::Accepted;
+  if (accepted) view.take(options);
+  // Gone before the view its signals reach.
+  dialog.reset();
+  return accepted;
 }
 
 }  // namespace zorva

@@ -323,8 +323,11 @@ std::optional<std::string> RunModalWatermarkEditor(const Bundle* bundle, QWidget
   if (auto* cancel = dialog->findChild<QPushButton*>("ZWe_cancel")) {
     QObject::connect(cancel, &QPushButton::clicked, dialog.get(), &QDialog::reject);
   }
-  if (dialog->exec() != QDialog::Accepted) return std::nullopt;
+  const bool accepted = dialog->exec() == QDialog::Accepted;
   const std::string name = editor.record().name();
+  // Gone before the editor its signals reach.
+  dialog.reset();
+  if (!accepted) return std::nullopt;
   // A renamed watermark leaves no entry under its old name.
   if (!previous.empty() && previous != name) removeWatermarkData(kWatermarkFileName, previous);
   saveWatermarkList(kWatermarkFileName,
