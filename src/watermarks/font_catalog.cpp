@@ -46,13 +46,15 @@ bool IsSingleTrueTypeFile(FcPattern* pattern, const std::string& file) {
 
 std::vector<InstalledFont> InstalledTrueTypeFonts() {
   std::vector<InstalledFont> fonts;
-  if (!FcInit()) return fonts;
+  // The machine's font configuration, loaded once and kept for the process.
+  static FcConfig* const config = FcInitLoadConfigAndFonts();
+  if (!config) return fonts;
   std::unique_ptr<FcPattern, PatternDeleter> pattern(FcPatternCreate());
   std::unique_ptr<FcObjectSet, ObjectSetDeleter> objects(
       FcObjectSetBuild(FC_FAMILY, FC_STYLE, FC_POSTSCRIPT_NAME, FC_FILE, FC_INDEX, FC_FONTFORMAT,
                        static_cast<char*>(nullptr)));
   if (!pattern || !objects) return fonts;
-  std::unique_ptr<FcFontSet, FontSetDeleter> set(FcFontList(nullptr, pattern.get(), objects.get()));
+  std::unique_ptr<FcFontSet, FontSetDeleter> set(FcFontList(config, pattern.get(), objects.get()));
   if (!set) return fonts;
   for (int i = 0; i < set->nfont; ++i) {
     FcPattern* font = set->fonts[i];
