@@ -9,8 +9,17 @@ set(ZORVA_LIBRARY_OBJECTS)
 foreach(subsystem IN LISTS ZORVA_ALL_SUBSYSTEMS)
   list(APPEND ZORVA_LIBRARY_OBJECTS "$<TARGET_OBJECTS:${subsystem}>")
 endforeach()
-set(ZORVA_LIBRARY_DEPENDENCIES PkgConfig::PLIST PkgConfig::LIBXML2 ICU::uc Cups::Cups
-    Threads::Threads PkgConfig::UUID)
+# What the subsystems link besides each other.
+set(ZORVA_LIBRARY_DEPENDENCIES)
+foreach(subsystem IN LISTS ZORVA_ALL_SUBSYSTEMS)
+  get_target_property(dependencies ${subsystem} INTERFACE_LINK_LIBRARIES)
+  foreach(dependency IN LISTS dependencies)
+    if(dependency AND NOT dependency MATCHES "^zorva_")
+      list(APPEND ZORVA_LIBRARY_DEPENDENCIES "${dependency}")
+    endif()
+  endforeach()
+endforeach()
+list(REMOVE_DUPLICATES ZORVA_LIBRARY_DEPENDENCIES)
 
 add_library(zorva_shared SHARED ${ZORVA_LIBRARY_OBJECTS})
 set_target_properties(zorva_shared PROPERTIES

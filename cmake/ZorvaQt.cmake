@@ -17,7 +17,7 @@ set_target_properties(ZorvaFeatures PROPERTIES
   CXX_VISIBILITY_PRESET hidden
   VISIBILITY_INLINES_HIDDEN ON)
 target_include_directories(ZorvaFeatures PRIVATE "${CMAKE_SOURCE_DIR}/src")
-target_link_libraries(ZorvaFeatures PRIVATE zorva_panels zorva_jobticket zorva_paper zorva_host
+target_link_libraries(ZorvaFeatures PRIVATE zorva_panels zorva_watermarks zorva_jobticket zorva_paper zorva_host
   zorva_core Qt6::Widgets Qt6::UiTools ${CMAKE_DL_LIBS})
 target_precompile_headers(ZorvaFeatures PRIVATE ${ZORVA_QT_PCH_HEADERS})
 # An external colour-options panel, when one is installed, sits here.

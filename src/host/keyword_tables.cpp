@@ -247,6 +247,108 @@ constexpr SettingMap ImageShiftOptions2SidedMap[] = {
     kEndOfSettings,
 };
 
+// ---- Image options ------------------------------------------------------------------
+// Values are the job ticket's codes for each attribute (resolution 1-4,
+// page delivery 2-5, emulation 2-3, trapping and overprint 1 on / 2 off,
+// rendering intents 1-6, highlight colorants 1-6 and 7 for a custom colour).
+// The profile tables end in the code that names a profile of the user's own.
+
+constexpr SettingMap ResolutionMap[] = {
+    Item("PrinterDefault", kUnset), Item("Resolution300", 1),  Item("Resolution600", 2),
+    Item("Resolution1200x600", 3),  Item("Resolution1200", 4), kEndOfSettings,
+};
+
+// The darkness adjustment of the job ticket, lightest first.
+constexpr SettingMap LightenDarkenMenuMap[] = {
+    Item("PrinterDefault", kUnset),
+    Item("Lighten5", -5),
+    Item("Lighten4", -4),
+    Item("Lighten3", -3),
+    Item("Lighten2", -2),
+    Item("Lighten1", -1),
+    Item("LightenDarkenNormal", 0),
+    Item("Darken1", 1),
+    Item("Darken2", 2),
+    Item("Darken3", 3),
+    Item("Darken4", 4),
+    Item("Darken5", 5),
+    kEndOfSettings,
+};
+
+// Toner saver is a yes/no setting; 0 and 1 are its two answers.
+constexpr SettingMap TonerSaverMap[] = {
+    Item("PrinterDefault", kUnset),
+    Item("TonerSaverOff", 0),
+    Item("TonerSaverOn", 1),
+    kEndOfSettings,
+};
+
+constexpr SettingMap OutputOrderMap[] = {
+    Item("PrinterDefault", kUnset),        Item("OutputOrderSameFaceDown", 2),
+    Item("OutputOrderReverseFaceUp", 3),   Item("OutputOrderSameFaceUp", 4),
+    Item("OutputOrderReverseFaceDown", 5), kEndOfSettings,
+};
+
+constexpr SettingMap PrinterEmulationMap[] = {
+    Item("PrinterDefault", kUnset),
+    Item("EmulationNormal", 2),
+    Item("EmulationAdjustable", 3),
+    kEndOfSettings,
+};
+
+constexpr SettingMap HighlightColorMap[] = {
+    Item("PrinterDefault", kUnset), Item("HighlightRed", 1),    Item("HighlightGreen", 2),
+    Item("HighlightBlue", 3),       Item("HighlightCyan", 4),   Item("HighlightMagenta", 5),
+    Item("HighlightYellow", 6),     Item("HighlightCustom", 7), kEndOfSettings,
+};
+
+constexpr SettingMap TrappingMap[] = {
+    Item("PrinterDefault", kUnset),
+    Item("TrappingOn", 1),
+    Item("TrappingOff", 2),
+    kEndOfSettings,
+};
+
+constexpr SettingMap BlackOverprintMap[] = {
+    Item("PrinterDefault", kUnset),
+    Item("BlackOverprintOn", 1),
+    Item("BlackOverprintOff", 2),
+    kEndOfSettings,
+};
+
+constexpr SettingMap RenderingIntentMap[] = {
+    Item("PrinterDefault", kUnset),
+    Item("RenderingSaturation", 1),
+    Item("RenderingRelativeColorimetric", 2),
+    Item("RenderingAbsoluteColorimetric", 3),
+    Item("RenderingPerceptual", 4),
+    Item("RenderingPureText", 5),
+    Item("RenderingAutomatic", 6),
+    kEndOfSettings,
+};
+
+constexpr SettingMap RGBProfileMap[] = {
+    Item("PrinterDefault", kUnset),
+    Item("ProfileZorvaRGB", 1),
+    Item("ProfileSRGB", 2),
+    Item("ProfileAppleRGB", 3),
+    Item("ProfileAdobeRGB", 4),
+    Item("ProfileCustom", 5),
+    kEndOfSettings,
+};
+
+constexpr SettingMap CMYKProfileMap[] = {
+    Item("PrinterDefault", kUnset), Item("ProfileSWOP", 1), Item("ProfileEuroscale", 2),
+    Item("ProfileCustom", 3),       kEndOfSettings,
+};
+
+constexpr SettingMap DestinationProfileMap[] = {
+    Item("PrinterDefault", kUnset),
+    Item("ProfileSystem", 1),
+    Item("ProfileCustom", 2),
+    kEndOfSettings,
+};
+
 // ---- Paper sizes ----------------------------------------------------------------
 
 // Key, code, reserved, width and length in 1/100 mm, width and length in points.
@@ -603,6 +705,18 @@ constexpr KeywordTableEntry kRegistry[] = {
     {"AntialiasingMap", AntialiasingMap},
     {"ImageShiftOptions1SidedMap", ImageShiftOptions1SidedMap},
     {"ImageShiftOptions2SidedMap", ImageShiftOptions2SidedMap},
+    {"ResolutionMap", ResolutionMap},
+    {"LightenDarkenMenuMap", LightenDarkenMenuMap},
+    {"TonerSaverMap", TonerSaverMap},
+    {"OutputOrderMap", OutputOrderMap},
+    {"PrinterEmulationMap", PrinterEmulationMap},
+    {"HighlightColorMap", HighlightColorMap},
+    {"TrappingMap", TrappingMap},
+    {"BlackOverprintMap", BlackOverprintMap},
+    {"RenderingIntentMap", RenderingIntentMap},
+    {"RGBProfileMap", RGBProfileMap},
+    {"CMYKProfileMap", CMYKProfileMap},
+    {"DestinationProfileMap", DestinationProfileMap},
     {"CompleteStockSizeMap", CompleteStockSizeMap},
     {"BannerPageMap", BannerPageMap},
     {"RequestOffsetMap", RequestOffsetMap},

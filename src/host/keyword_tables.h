@@ -34,6 +34,19 @@ extern const SettingMap HalftoneScreenMap[];
 extern const SettingMap AntialiasingMap[];
 extern const SettingMap ImageShiftOptions1SidedMap[];
 extern const SettingMap ImageShiftOptions2SidedMap[];
+// Image options and full colour setup.
+extern const SettingMap ResolutionMap[];
+extern const SettingMap LightenDarkenMenuMap[];
+extern const SettingMap TonerSaverMap[];
+extern const SettingMap OutputOrderMap[];
+extern const SettingMap PrinterEmulationMap[];
+extern const SettingMap HighlightColorMap[];
+extern const SettingMap TrappingMap[];
+extern const SettingMap BlackOverprintMap[];
+extern const SettingMap RenderingIntentMap[];
+extern const SettingMap RGBProfileMap[];
+extern const SettingMap CMYKProfileMap[];
+extern const SettingMap DestinationProfileMap[];
 
 // ---- Paper sizes ----------------------------------------------------------------
 extern const PaperSizeSettingMap CompleteStockSizeMap[];

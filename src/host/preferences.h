@@ -16,6 +16,12 @@
 
 namespace zorva {
 
+// The user's input histories: each text field's history name holds an array
+// of the strings typed there, newest first.
+inline constexpr std::string_view kInputHistoryFile = "com.zorva.print.inputhistory.plist";
+// The job-notes defaults (sender, recipient, accounting ids ...).
+inline constexpr std::string_view kJobNotesPreferencesFile = "com.zorva.print.jobnotes.plist";
+
 // The preference folder (not created here), or nullopt when no home is known.
 std::optional<std::filesystem::path> UserPreferencesFolder();
 

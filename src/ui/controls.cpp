@@ -19,8 +19,6 @@ namespace zorva {
 
 namespace {
 
-constexpr std::string_view kInputHistoryFile = "com.zorva.print.inputhistory.plist";
-
 QString ToQString(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }

@@ -110,14 +110,5 @@ Status CreatePaperOutputPanelInterface(PanelInterface** out) {
 Status CreateSpecialPagesPanelInterface(PanelInterface** out) {
   return CreateEmptyPanelInterface<PanelKind::SpecialPages>(out);
 }
-Status CreateImageOptionsPanelInterface(PanelInterface** out) {
-  return CreateEmptyPanelInterface<PanelKind::ImageOptions>(out);
-}
-Status CreateJobNotesPanelInterface(PanelInterface** out) {
-  return CreateEmptyPanelInterface<PanelKind::JobNotes>(out);
-}
-Status CreateBookletWatermarkPanelInterface(PanelInterface** out) {
-  return CreateEmptyPanelInterface<PanelKind::BookletWatermark>(out);
-}
 
 }  // namespace zorva

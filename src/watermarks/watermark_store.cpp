@@ -11,7 +11,13 @@
 #include <new>
 #include <utility>
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include "core/bundle.h"
+#include "core/file_io.h"
 #include "core/plist_io.h"
 #include "core/value.h"
 #include "host/preferences.h"
@@ -175,16 +181,85 @@ int ReportFailure(const char* who, int err) {
   return err;
 }
 
+// The store is one file in a folder every user of the machine shares, which
+// is sticky like /tmp: anyone may add a file, but only its owner may replace
+// it by renaming. One file for everybody keeps one list of watermarks for the
+// machine, so the file is made writable by all, and a user who does not own
+// it (another user created it) rewrites it in place instead of replacing it.
+// Writers take turns through a lock file beside the store, held from reading
+// the store to writing it back, so no writer works from a list that another
+// is halfway through rewriting. The owner's writes stay atomic.
+class StoreLock {
+ public:
+  explicit StoreLock(const std::filesystem::path& store) {
+    const std::string path = store.string() + ".lock";
+    // Opened without O_CREAT when it exists: a sticky folder may refuse
+    // O_CREAT on a file another user owns.
+    fd_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd_ < 0 && errno == ENOENT) {
+      fd_ = ::open(path.c_str(), O_RDONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+      if (fd_ >= 0) {
+        ::fchmod(fd_, 0666);
+      } else if (errno == EEXIST) {
+        fd_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+      }
+    }
+    // Without a lock the write still happens, as it did before locks.
+    while (fd_ >= 0 && ::flock(fd_, LOCK_EX) != 0 && errno == EINTR) {
+    }
+  }
+  ~StoreLock() {
+    if (fd_ >= 0) ::close(fd_);  // releases the lock
+  }
+  StoreLock(const StoreLock&) = delete;
+  StoreLock& operator=(const StoreLock&) = delete;
+
+ private:
+  int fd_ = -1;
+};
+
+// Another user's file, rewritten whole from its start, then cut to length.
+int RewriteInPlace(const std::filesystem::path& path, std::string_view text) {
+  const int fd = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
+  if (fd < 0) return errno;
+  int err = 0;
+  for (std::size_t done = 0; err == 0 && done < text.size();) {
+    const ssize_t n =
+        ::pwrite(fd, text.data() + done, text.size() - done, static_cast<off_t>(done));
+    if (n < 0 && errno != EINTR) err = errno;
+    if (n > 0) done += static_cast<std::size_t>(n);
+  }
+  if (err == 0 && ::ftruncate(fd, static_cast<off_t>(text.size())) != 0) err = errno;
+  if (err == 0 && ::fsync(fd) != 0) err = errno;
+  ::close(fd);
+  return err;
+}
+
+int WriteSharedStore(const std::filesystem::path& path, const Value& root) {
+  const std::string text = ToXmlPropertyList(root);
+  int err = WriteFileAtomically(path, text);
+  if (err == 0) {
+    // Every user's watermarks go into this one file (only the owner can
+    // change the mode, and the owner is who just replaced it).
+    ::chmod(path.c_str(), 0666);
+  } else if (err == EPERM || err == EACCES) {
+    err = RewriteInPlace(path, text);
+  }
+  return err;
+}
+
 // Rereads the store, applies change and, when change reports that it changed
 // something, replaces the file. Out of memory on the way writes nothing.
 template <class Change>
 int UpdateStore(const char* who, std::string_view fileName, Change change) {
   int err = 0;
   try {
+    std::optional<std::filesystem::path> path = CopyPreferenceFileURL(fileName);
+    std::optional<StoreLock> lock;
+    if (path) lock.emplace(*path);
     Dictionary root = ReadStore(fileName);
     if (!change(root)) return 0;
-    std::optional<std::filesystem::path> path = CopyPreferenceFileURL(fileName);
-    err = path ? WritePropertyListFile(*path, Value(std::move(root))) : ENOENT;
+    err = path ? WriteSharedStore(*path, Value(std::move(root))) : ENOENT;
   } catch (const std::bad_alloc&) {
     err = ENOMEM;
   }

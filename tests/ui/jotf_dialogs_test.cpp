@@ -19,6 +19,7 @@
 
 #include "jobticket/jotf_export.h"
 #include "jobticket/jotf_keys.h"
+#include "modal_driver.h"
 #include "plugin_host.h"
 #include "support/test_support.h"
 
@@ -28,60 +29,6 @@ namespace {
 namespace key = jotfkey;
 const std::filesystem::path kZorvaPPD =
     std::filesystem::path(ZORVA_TEST_DATA) / "../../examples/zorva-qm4400.ppd";
-
-// Answers the modal windows as they come up, one step per window.
-class ModalDriver {
- public:
-  using Step = std::function<void(QWidget* modal)>;
-  explicit ModalDriver(std::deque<Step> steps) : steps_(std::move(steps)) {
-    timer_.setInterval(10);
-    QObject::connect(&timer_, &QTimer::timeout, [this] { poll(); });
-    timer_.start();
-    started_.start();
-  }
-  bool done() const { return steps_.empty(); }
-
- private:
-  void poll() {
-    QWidget* modal = QApplication::activeModalWidget();
-    // A window no step closes would hold the test for good: close it.
-    if (modal && started_.elapsed() > 10000) {
-      ADD_FAILURE() << "a window stayed open: " << modal->windowTitle().toStdString();
-      if (auto* dialog = qobject_cast<QDialog*>(modal)) dialog->done(QDialog::Rejected);
-      return;
-    }
-    if (!modal || modal == last_ || steps_.empty()) return;
-    last_ = modal;
-    Step step = std::move(steps_.front());
-    steps_.pop_front();
-    step(modal);
-  }
-  std::deque<Step> steps_;
-  QTimer timer_;
-  QElapsedTimer started_;
-  // Cleared when that window goes, so a new one at the same address counts.
-  QPointer<QWidget> last_;
-};
-
-// Types the file's whole path into the dialog's name field and accepts, as a
-// user would: no waiting on the dialog's background folder listing.
-void ChooseFile(QWidget* modal, const std::string& path) {
-  auto* dialog = qobject_cast<QFileDialog*>(modal);
-  ASSERT_NE(dialog, nullptr);
-  const QFileInfo file(QString::fromStdString(path));
-  dialog->setDirectory(file.absolutePath());
-  auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
-  ASSERT_NE(name, nullptr);
-  name->setText(file.absoluteFilePath());
-  ASSERT_EQ(dialog->selectedFiles(), QStringList{file.absoluteFilePath()});
-  static_cast<QDialog*>(dialog)->accept();  // QFileDialog hides it
-}
-
-void Press(QWidget* modal, const char* button) {
-  auto* b = modal->findChild<QPushButton*>(button);
-  ASSERT_NE(b, nullptr) << button;
-  b->click();
-}
 
 class JOTFDialogsTest : public ::testing::Test {
  protected:

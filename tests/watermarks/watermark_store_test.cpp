@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <bit>
 #include <cerrno>
@@ -306,7 +309,10 @@ TEST_F(WatermarkStoreTest, FailedWritesReportAndKeepTheOldFile) {
     EXPECT_EQ(ReadText(file_), before) << who;
   }
   std::signal(SIGXFSZ, oldHandler);
-  EXPECT_EQ(std::distance(fs::directory_iterator(shared_), {}), 1);  // no temporary file left
+  // No temporary file left (the store and its lock file are all there is).
+  for (const fs::directory_entry& e : fs::directory_iterator(shared_)) {
+    EXPECT_NE(e.path().filename().string()[0], '.') << e.path();
+  }
 
   // A data folder that cannot exist (its path runs through a file).
   WriteText(tmp_.path() / "plain", "x");
@@ -315,6 +321,41 @@ TEST_F(WatermarkStoreTest, FailedWritesReportAndKeepTheOldFile) {
   EXPECT_NE(saveWatermarkData(kFile, TextWatermark()), 0);
   EXPECT_EQ(testing::internal::GetCapturedStderr().rfind("saveWatermarkData: Error ", 0), 0u);
   EXPECT_TRUE(loadWatermarkList(kFile).empty());
+}
+
+// The shared folder is sticky: a user may not replace a file another user
+// created. The store then rewrites that file in place, and the owner stays.
+TEST_F(WatermarkStoreTest, AnotherUserSavesIntoAStoreSomeoneElseCreated) {
+  if (::geteuid() != 0) GTEST_SKIP() << "acting as a second user needs root";
+  ASSERT_EQ(CreateDefaultWatermarks(GetPDEBundle()), 0);
+  fs::permissions(tmp_.path(), fs::perms(0755));
+  fs::permissions(shared_, fs::perms(01777));
+  const pid_t child = ::fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    // The child only reports through its exit status.
+    if (::setgid(65534) != 0 || ::setuid(65534) != 0) ::_exit(2);
+    WatermarkData other = TextWatermark();
+    other.textString = "Other";
+    std::vector<std::string> names = loadWatermarkList(kFile);
+    names.push_back("Other");
+    const bool saved = saveWatermarkData(kFile, other) == 0 && saveWatermarkList(kFile, names) == 0;
+    ::_exit(saved ? 0 : 1);
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  ASSERT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+  struct stat st {};
+  ASSERT_EQ(::stat(file_.c_str(), &st), 0);
+  EXPECT_EQ(st.st_uid, 0u) << "rewritten in place, not replaced";
+  EXPECT_EQ(loadWatermarkList(kFile),
+            (std::vector<std::string>{"Draft", "Confidential", "Copy", "Other"}));
+  WatermarkData other;
+  EXPECT_TRUE(loadWatermarkData(kFile, "Other", other));
+  // And the owner still replaces it as before.
+  EXPECT_EQ(removeWatermarkData(kFile, "Other"), 0);
+  EXPECT_FALSE(loadWatermarkData(kFile, "Other", other));
 }
 
 }  // namespace
