@@ -22,6 +22,7 @@
 
 #include "jobticket/jotf_frame.h"
 #include "jobticket/jotf_keys.h"
+#include "modal_driver.h"
 #include "model/stock.h"
 #include "plugin_host.h"
 #include "support/test_support.h"
@@ -32,62 +33,6 @@ namespace {
 namespace key = jotfkey;
 const std::filesystem::path kZorvaPPD =
     std::filesystem::path(ZORVA_TEST_DATA) / "../../examples/zorva-qm4400.ppd";
-
-// Answers the modal windows as they come up, one step per window.
-class ModalDriver {
- public:
-  using Step = std::function<void(QWidget* modal)>;
-  explicit ModalDriver(std::deque<Step> steps) : steps_(std::move(steps)) {
-    timer_.setInterval(10);
-    QObject::connect(&timer_, &QTimer::timeout, [this] { poll(); });
-    timer_.start();
-    started_.start();
-  }
-  bool done() const { return steps_.empty(); }
-
- private:
-  void poll() {
-    QWidget* modal = QApplication::activeModalWidget();
-    if (modal && started_.elapsed() > 10000) {
-      ADD_FAILURE() << "a window stayed open: " << modal->windowTitle().toStdString();
-      if (auto* dialog = qobject_cast<QDialog*>(modal)) dialog->done(QDialog::Rejected);
-      return;
-    }
-    if (!modal || modal == last_ || steps_.empty()) return;
-    last_ = modal;
-    Step step = std::move(steps_.front());
-    steps_.pop_front();
-    step(modal);
-  }
-  std::deque<Step> steps_;
-  QTimer timer_;
-  QElapsedTimer started_;
-  QPointer<QWidget> last_;
-};
-
-void Press(QWidget* modal, const char* button) {
-  auto* b = modal->findChild<QPushButton*>(button);
-  ASSERT_NE(b, nullptr) << button;
-  b->click();
-}
-
-std::string Export(const Ticket& ticket) {
-  char* buffer = nullptr;
-  std::size_t size = 0;
-  std::FILE* out = open_memstream(&buffer, &size);
-  Dictionary settings = ticket.toDictionary();
-  // The whole job ticket, as the dialog asks for it.
-  settings.set(key::kOptions, Value(Dictionary{{std::string(key::kOptionAll), Value(true)}}));
-  WriteJOTF(out, settings);
-  std::fclose(out);
-  std::string text(buffer, size);
-  std::free(buffer);
-  return text;
-}
-
-bool Has(const std::string& text, const std::string& part) {
-  return text.find(part) != std::string::npos;
-}
 
 class PaperOutputPanelTest : public ::testing::Test {
  protected:

@@ -1,0 +1,83 @@
+// Helpers for tests of modal windows: a driver that answers each window as
+// it comes up, a button press, and the job ticket a ticket exports.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QPushButton>
+#include <QTimer>
+#include <cstdio>
+#include <cstdlib>
+#include <deque>
+#include <functional>
+#include <string>
+
+#include "core/ticket.h"
+#include "jobticket/jotf_frame.h"
+#include "jobticket/jotf_keys.h"
+
+namespace zorva::test {
+
+// Answers the modal windows as they come up, one step per window; a window
+// no step closes within ten seconds fails the test and is closed.
+class ModalDriver {
+ public:
+  using Step = std::function<void(QWidget* modal)>;
+  explicit ModalDriver(std::deque<Step> steps) : steps_(std::move(steps)) {
+    timer_.setInterval(10);
+    QObject::connect(&timer_, &QTimer::timeout, [this] { poll(); });
+    timer_.start();
+    started_.start();
+  }
+  bool done() const { return steps_.empty(); }
+
+ private:
+  void poll() {
+    QWidget* modal = QApplication::activeModalWidget();
+    if (modal && started_.elapsed() > 10000) {
+      ADD_FAILURE() << "a window stayed open: " << modal->windowTitle().toStdString();
+      if (auto* dialog = qobject_cast<QDialog*>(modal)) dialog->done(QDialog::Rejected);
+      return;
+    }
+    if (!modal || modal == last_ || steps_.empty()) return;
+    last_ = modal;
+    Step step = std::move(steps_.front());
+    steps_.pop_front();
+    step(modal);
+  }
+  std::deque<Step> steps_;
+  QTimer timer_;
+  QElapsedTimer started_;
+  QPointer<QWidget> last_;
+};
+
+inline void Press(QWidget* modal, const char* button) {
+  auto* b = modal->findChild<QPushButton*>(button);
+  ASSERT_NE(b, nullptr) << button;
+  b->click();
+}
+
+// The whole job ticket of a ticket, as the dialog's export asks for it.
+inline std::string Export(const Ticket& ticket) {
+  char* buffer = nullptr;
+  std::size_t size = 0;
+  std::FILE* out = open_memstream(&buffer, &size);
+  Dictionary settings = ticket.toDictionary();
+  settings.set(jotfkey::kOptions,
+               Value(Dictionary{{std::string(jotfkey::kOptionAll), Value(true)}}));
+  WriteJOTF(out, settings);
+  std::fclose(out);
+  std::string text(buffer, size);
+  std::free(buffer);
+  return text;
+}
+
+inline bool Has(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+}  // namespace zorva::test
