@@ -16,6 +16,7 @@
 #include "host/keyword_tables.h"
 #include "panels/paper_output.h"
 #include "paper/ppd.h"
+#include "ui/background_forms_dialog.h"
 #include "ui/controls.h"
 #include "ui/finishing_dialogs.h"
 #include "ui/panel_view.h"
@@ -39,6 +40,7 @@ struct PaperOutputControls {
   QSpinBox* creep = nullptr;
   QCheckBox* outlines = nullptr;
   QLabel* forms = nullptr;
+  QPushButton* formsButton = nullptr;
 };
 
 struct PaperOutputContext {
@@ -70,6 +72,18 @@ QString PaperText(const Bundle* bundle, const Stock& stock) {
   }
   const char* k = LocalizedKeyForTicketValue(StockSizeMap, stock.size());
   return LocalizedText(bundle, k ? k : "PrinterDefault");
+}
+
+QString FormsText(const Bundle* bundle, const BackgroundFormsOptions& forms) {
+  const std::int32_t choice = forms.useExistingForm();
+  if (choice == BackgroundFormsOptions::kMergeWithExistingForm) {
+    return QString::fromStdString(forms.mergeWithString().value_or(std::string()));
+  }
+  if (choice == kCreateNewForm) {
+    return LocalizedText(bundle, "FormCreate") + ": " +
+           QString::fromStdString(forms.newFormString().value_or(std::string()));
+  }
+  return LocalizedText(bundle, "FormNone");
 }
 
 void ApplyEnablingRules(PaperOutputContext& panel) {
@@ -114,10 +128,7 @@ void ShowSettings(PaperOutputContext& panel) {
   c.gutter->setValue(s.gutter);
   c.creep->setValue(s.creep);
   c.outlines->setChecked(s.bookletDrawOutlines != 0);
-  c.forms->setText(QString::fromStdString(
-      s.backgroundForms.useExistingForm() == BackgroundFormsOptions::kMergeWithExistingForm
-          ? s.backgroundForms.mergeWithString().value_or(std::string())
-          : std::string()));
+  c.forms->setText(FormsText(panel.head.bundle, s.backgroundForms));
   ShowFinishing(panel);
   ApplyEnablingRules(panel);
   panel.showing = false;
@@ -204,6 +215,10 @@ void ConnectControls(PaperOutputContext& panel, QWidget* view) {
     TakeSettings(panel);
     if (RunModalStockDialog(view, panel.settings.jobStock, JobContext::Job)) ShowSettings(panel);
   });
+  QObject::connect(c.formsButton, &QPushButton::clicked, view, [&panel, view] {
+    TakeSettings(panel);
+    if (RunModalBackgroundFormsDialog(view, panel.settings.backgroundForms)) ShowSettings(panel);
+  });
   QObject::connect(c.jobTypeSetup, &QPushButton::clicked, view, [&panel, view] {
     TakeSettings(panel);
     if (RunModalJobTypeSetup(view, panel.settings.jobType)) ShowSettings(panel);
@@ -213,14 +228,15 @@ void ConnectControls(PaperOutputContext& panel, QWidget* view) {
 bool BuildControls(PaperOutputContext& panel, QWidget* view) {
   PaperOutputControls& c = panel.controls;
   const Bundle* bundle = panel.head.bundle;
-  c = {Control<QLabel>(view, 1),      Control<QPushButton>(view, 2), Control<QComboBox>(view, 3),
-       Control<QPushButton>(view, 4), Control<QComboBox>(view, 5),   Control<QComboBox>(view, 6),
-       Control<QComboBox>(view, 7),   Control<QPushButton>(view, 8), Control<QLabel>(view, 9),
-       Control<QCheckBox>(view, 10),  Control<QSpinBox>(view, 11),   Control<QSpinBox>(view, 12),
-       Control<QCheckBox>(view, 13),  Control<QLabel>(view, 15)};
+  c = {
+      Control<QLabel>(view, 1),      Control<QPushButton>(view, 2), Control<QComboBox>(view, 3),
+      Control<QPushButton>(view, 4), Control<QComboBox>(view, 5),   Control<QComboBox>(view, 6),
+      Control<QComboBox>(view, 7),   Control<QPushButton>(view, 8), Control<QLabel>(view, 9),
+      Control<QCheckBox>(view, 10),  Control<QSpinBox>(view, 11),   Control<QSpinBox>(view, 12),
+      Control<QCheckBox>(view, 13),  Control<QLabel>(view, 15),     Control<QPushButton>(view, 14)};
   if (!c.paper || !c.paperButton || !c.jobType || !c.jobTypeSetup || !c.duplex || !c.color ||
       !c.destination || !c.finishing || !c.finishingText || !c.booklet || !c.gutter || !c.creep ||
-      !c.outlines || !c.forms) {
+      !c.outlines || !c.forms || !c.formsButton) {
     std::fputs("!! Failed to find the panel's controls.\n", stdout);
     return false;
   }

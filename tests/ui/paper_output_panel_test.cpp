@@ -305,6 +305,51 @@ TEST_F(PaperOutputDuplexDefaultTest, ThePPDsDefaultIsTheLastFallback) {
   EXPECT_EQ(control<QComboBox>(5)->currentIndex(), 2);
 }
 
+TEST_F(PaperOutputPanelTest, BackgroundFormsMergeWithAStoredFormAndRememberItsName) {
+  TempDir prefs;
+  setenv("ZORVA_PREFERENCES_DIR", prefs.path().c_str(), 1);
+  open();
+  QString alert;
+  ModalDriver driver({
+      [](QWidget* w) {
+        auto* choice = w->findChild<QComboBox*>("ZBfm_1");
+        choice->setCurrentIndex(choice->findData(2));
+        Press(w, "ok");  // no form named
+      },
+      [&](QWidget* box) {
+        alert = static_cast<QMessageBox*>(box)->text();
+        static_cast<QMessageBox*>(box)->accept();
+      },
+      [](QWidget* w) {
+        w->findChild<QComboBox*>("ZBfm_2")->setEditText("Letterhead");
+        w->findChild<QSpinBox*>("ZBfm_5")->setValue(3);
+        w->findChild<QDoubleSpinBox*>("ZBfm_6")->setValue(0.5);
+        Press(w, "ok");
+      },
+  });
+  control<QPushButton>(14)->click();
+  EXPECT_TRUE(driver.done());
+  EXPECT_EQ(alert, "Type the name of the form.");
+  EXPECT_EQ(control<QLabel>(15)->text(), "Letterhead");
+  ASSERT_EQ(dialog.sync(false), kNoErr);
+  const std::string jotf = Export(dialog.ticket());
+  EXPECT_TRUE(Has(jotf, ">Letterhead</form-name>")) << jotf;
+  EXPECT_TRUE(Has(jotf, ">3</form-cycle-start>")) << jotf;
+  EXPECT_TRUE(Has(jotf, ">1270</forms-x-image-shift>")) << jotf;
+
+  // The name is offered next time; Cancel keeps everything.
+  ModalDriver again({[](QWidget* w) {
+    auto* merge = w->findChild<QComboBox*>("ZBfm_2");
+    EXPECT_EQ(merge->itemText(0), "Letterhead");
+    w->findChild<QComboBox*>("ZBfm_1")->setCurrentIndex(0);
+    Press(w, "cancel");
+  }});
+  control<QPushButton>(14)->click();
+  EXPECT_TRUE(again.done());
+  EXPECT_EQ(control<QLabel>(15)->text(), "Letterhead");
+  unsetenv("ZORVA_PREFERENCES_DIR");
+}
+
 // zorva-print reads the ticket into the panel and writes it back on OK; the
 // zorva tool's export then names the paper, sides, colour, bin and staples.
 TEST(PaperOutputEndToEnd, ValuesSavedByZorvaPrintExportAsChosen) {
