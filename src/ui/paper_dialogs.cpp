@@ -15,8 +15,10 @@
 #include <memory>
 
 #include "core/bundle.h"
+#include "core/print_session.h"
 #include "host/keyword_tables.h"
 #include "ui/controls.h"
+#include "ui/named_paper_window.h"
 #include "ui/panel_view.h"
 
 namespace zorva {
@@ -209,6 +211,16 @@ bool RunModalStockDialog(QWidget* parent, Stock& stock, JobContext context) {
   dialog->adjustSize();
   QObject::connect(ok, &QPushButton::clicked, dialog, &QDialog::accept);
   QObject::connect(cancel, &QPushButton::clicked, dialog, &QDialog::reject);
+  // A named paper chosen in the library fills every field.
+  if (auto* named = dialog->findChild<QPushButton*>("ZStk_18")) {
+    QObject::connect(named, &QPushButton::clicked, dialog, [dialog, c] {
+      Stock chosen;
+      PrintSession* session = GetCurrentPrintSession();
+      if (RunModalNamedPaperWindow(dialog, chosen, session ? &session->printSettings() : nullptr)) {
+        Show(c, chosen);
+      }
+    });
+  }
   while (dialog->exec() == QDialog::Accepted) {
     Stock edited = stock;
     if (Take(dialog, c, edited)) {

@@ -61,6 +61,14 @@ inline void Press(QWidget* modal, const char* button) {
   b->click();
 }
 
+// Presses once the step is over: for a button that opens a window of its
+// own, whose steps the driver can only take after this one returns.
+inline void PressLater(QWidget* modal, const char* button) {
+  auto* b = modal->findChild<QPushButton*>(button);
+  ASSERT_NE(b, nullptr) << button;
+  QTimer::singleShot(0, b, &QPushButton::click);
+}
+
 // The whole job ticket of a ticket, as the dialog's export asks for it.
 inline std::string Export(const Ticket& ticket) {
   char* buffer = nullptr;
