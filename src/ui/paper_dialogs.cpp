@@ -33,6 +33,10 @@ constexpr double kStartWidth = 210.0;
 constexpr double kStartLength = 297.0;
 constexpr int kStartWeight = 80;
 
+bool IsSetStock(std::int32_t type) {
+  return type == kStockTypePrecutTab || type == kStockTypeFullCutTab || type == kStockTypeOrdered;
+}
+
 struct StockControls {
   QLineEdit* name = nullptr;
   QComboBox* size = nullptr;
@@ -98,6 +102,9 @@ void KeepCustomFieldsInStep(const StockControls& c) {
   c.customWeight->setEnabled(GetPopupButtonTicketValue(c.weight) == kCustomWeightItem);
   c.customType->setEnabled(GetPopupButtonTicketValue(c.type) == kCustomTypeValue);
   c.customColor->setEnabled(GetPopupButtonTicketValue(c.color) == kCustomColorValue);
+  if (auto* setup = c.type->parentWidget()->findChild<QPushButton*>("ZStk_19")) {
+    setup->setEnabled(IsSetStock(GetPopupButtonTicketValue(c.type)));
+  }
   // The kind of coating means something only for coated sides.
   const std::int32_t sides = GetPopupButtonTicketValue(c.sidesCoated);
   c.coating->setEnabled(sides != kUnset && sides != kSidesUncoated);
@@ -141,7 +148,7 @@ std::int32_t Hundredths(double mm) {
 }
 
 // The controls into s; false (after an alert) for a value out of range.
-bool Take(QWidget* dialog, const StockControls& c, Stock& s) {
+bool Take(QWidget* dialog, const StockControls& c, Stock& s, std::int32_t modulus) {
   const std::int32_t size = GetPopupButtonTicketValue(c.size);
   if (size == kStockSizeCustom) {
     const std::int32_t w = Hundredths(c.width->value());
@@ -174,6 +181,8 @@ bool Take(QWidget* dialog, const StockControls& c, Stock& s) {
   s.setWeight(weight);
   s.setColor(color);
   s.setType(type);  // after the colour: a transparency is clear
+  // Only stock that comes in sets has a modulus.
+  s.setModulus(IsSetStock(type) ? modulus : kUnset);
   s.setCustomType(type == kCustomTypeValue ? c.customType->text().trimmed().toStdString() : "");
   s.setCustomColor(color == kCustomColorValue ? c.customColor->text().trimmed().toStdString() : "");
   s.setPunched(GetPopupButtonTicketValue(c.punched));
@@ -189,6 +198,39 @@ bool Take(QWidget* dialog, const StockControls& c, Stock& s) {
 }
 
 }  // namespace
+
+bool RunModalOrderedStockSetup(QWidget* parent, OrderedStockMode mode, JobContext /*context*/,
+                               Stock& stock) {
+  const Bundle* bundle = GetPDEBundle();
+  Status status = kNoErr;
+  std::unique_ptr<QWidget> view(LoadView(bundle, "OrderedStock", "OrderedStock", &status));
+  auto* dialog = qobject_cast<QDialog*>(view.get());
+  auto* count = dialog ? dialog->findChild<QSpinBox*>("ZOrd_1") : nullptr;
+  auto* text = dialog ? dialog->findChild<QLabel*>("ZOrd_2") : nullptr;
+  auto* label = dialog ? dialog->findChild<QLabel*>("ZOrd_3") : nullptr;
+  auto* ok = dialog ? dialog->findChild<QPushButton*>("ok") : nullptr;
+  auto* cancel = dialog ? dialog->findChild<QPushButton*>("cancel") : nullptr;
+  if (!count || !text || !label || !ok || !cancel) return false;
+  if (parent) dialog->setParent(parent, dialog->windowFlags());
+  const bool tabs = mode == OrderedStockMode::Tabs;
+  dialog->setWindowTitle(LocalizedText(bundle, tabs ? "Tab Stock Setup" : "Ordered Stock Setup"));
+  text->setText(
+      LocalizedText(bundle, tabs ? "Tab Stock Explanation" : "Ordered Stock Explanation"));
+  label->setText(LocalizedText(bundle, tabs ? "Tabs Per Set Label" : "Sheets In Sequence Label"));
+  // Five tabs to a set is what print shops stock most.
+  count->setValue(stock.modulus() == kUnset ? 5 : stock.modulus());
+  QObject::connect(ok, &QPushButton::clicked, dialog, &QDialog::accept);
+  QObject::connect(cancel, &QPushButton::clicked, dialog, &QDialog::reject);
+  dialog->adjustSize();
+  while (dialog->exec() == QDialog::Accepted) {
+    if (count->value() >= kMinModulus && count->value() <= kMaxModulus) {
+      stock.setModulus(count->value());
+      return true;
+    }
+    Alert(dialog, "Modulus Out Of Range");
+  }
+  return false;
+}
 
 bool RunModalStockDialog(QWidget* parent, Stock& stock, JobContext context) {
   const Bundle* bundle = GetPDEBundle();
@@ -211,6 +253,18 @@ bool RunModalStockDialog(QWidget* parent, Stock& stock, JobContext context) {
   dialog->adjustSize();
   QObject::connect(ok, &QPushButton::clicked, dialog, &QDialog::accept);
   QObject::connect(cancel, &QPushButton::clicked, dialog, &QDialog::reject);
+  // The set-up of tab and ordered stock keeps its modulus until OK.
+  auto modulus = std::make_shared<std::int32_t>(stock.modulus());
+  if (auto* setup = dialog->findChild<QPushButton*>("ZStk_19")) {
+    QObject::connect(setup, &QPushButton::clicked, dialog, [dialog, c, modulus, context] {
+      Stock sets;
+      sets.setModulus(*modulus);
+      const std::int32_t type = GetPopupButtonTicketValue(c.type);
+      const OrderedStockMode mode =
+          type == kStockTypeOrdered ? OrderedStockMode::Ordered : OrderedStockMode::Tabs;
+      if (RunModalOrderedStockSetup(dialog, mode, context, sets)) *modulus = sets.modulus();
+    });
+  }
   // A named paper chosen in the library fills every field.
   if (auto* named = dialog->findChild<QPushButton*>("ZStk_18")) {
     QObject::connect(named, &QPushButton::clicked, dialog, [dialog, c] {
@@ -223,7 +277,7 @@ bool RunModalStockDialog(QWidget* parent, Stock& stock, JobContext context) {
   }
   while (dialog->exec() == QDialog::Accepted) {
     Stock edited = stock;
-    if (Take(dialog, c, edited)) {
+    if (Take(dialog, c, edited, *modulus)) {
       stock = edited;
       return true;
     }

@@ -20,6 +20,23 @@ inline constexpr std::int32_t kMaxCustomLength = 48800;
 inline constexpr std::int32_t kMinCustomWeight = 60;
 inline constexpr std::int32_t kMaxCustomWeight = 300;
 
+// Tab modulus: tabs in a set of tab stock, or sheets in a sequence of
+// ordered stock.
+inline constexpr std::int32_t kMinModulus = 1;
+inline constexpr std::int32_t kMaxModulus = 99;
+
+// Stock types whose sheets come in sets.
+inline constexpr std::int32_t kStockTypePrecutTab = 4;
+inline constexpr std::int32_t kStockTypeFullCutTab = 5;
+inline constexpr std::int32_t kStockTypeOrdered = 6;
+
+enum class OrderedStockMode { Tabs, Ordered };
+
+// The tab or ordered stock set-up: edits the stock's modulus; true when the
+// user accepted a value in range (a value out of range is refused).
+bool RunModalOrderedStockSetup(QWidget* parent, OrderedStockMode mode, JobContext context,
+                               Stock& stock);
+
 // Edits stock in place; true when the user accepted (on "Cancel" the stock
 // is left exactly as it was). Out-of-range values are refused with an alert
 // and the dialog stays open.

@@ -190,6 +190,41 @@ TEST_F(PaperOutputPanelTest, ThePaperDialogRefusesBadSizesAndCancelChangesNothin
   EXPECT_TRUE(Has(jotf, "120")) << jotf;
 }
 
+TEST_F(PaperOutputPanelTest, TabStockTakesItsSetSizeFromTheSetUp) {
+  open();
+  QString alert;
+  ModalDriver driver({
+      [](QWidget* paper) {
+        auto* type = paper->findChild<QComboBox*>("ZStk_7");
+        type->setCurrentIndex(type->findData(5));  // full-cut tabs
+        EXPECT_TRUE(paper->findChild<QPushButton*>("ZStk_19")->isEnabled());
+        PressLater(paper, "ZStk_19");
+      },
+      [](QWidget* setup) {
+        setup->findChild<QSpinBox*>("ZOrd_1")->setValue(0);
+        Press(setup, "ok");
+      },
+      [&](QWidget* box) {
+        alert = static_cast<QMessageBox*>(box)->text();
+        static_cast<QMessageBox*>(box)->accept();
+      },
+      [](QWidget* setup) {
+        setup->findChild<QSpinBox*>("ZOrd_1")->setValue(8);
+        Press(setup, "ok");
+      },
+      [](QWidget* paper) { Press(paper, "ok"); },
+  });
+  control<QPushButton>(2)->click();
+  EXPECT_TRUE(driver.done());
+  EXPECT_EQ(alert, "The number must be between 1 and 99.");
+  ASSERT_EQ(dialog.sync(false), kNoErr);
+  const Dictionary* stock = dialog.ticket().getDictionary(key::kJobLevelStock);
+  ASSERT_NE(stock, nullptr);
+  std::int32_t modulus = 0;
+  EXPECT_TRUE(stock->find("Modulus") && stock->find("Modulus")->getNumber(modulus));
+  EXPECT_EQ(modulus, 8);
+}
+
 class PaperOutputWithFinisherTest : public PaperOutputPanelTest {
  protected:
   PaperOutputWithFinisherTest() : PaperOutputPanelTest(kZorvaPPD) {}
