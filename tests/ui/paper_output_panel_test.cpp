@@ -22,6 +22,7 @@
 
 #include "jobticket/jotf_frame.h"
 #include "jobticket/jotf_keys.h"
+#include "jobticket/jotf_summary.h"
 #include "modal_driver.h"
 #include "model/stock.h"
 #include "plugin_host.h"
@@ -145,6 +146,51 @@ TEST_F(PaperOutputPanelTest, JobTypeSetupIsEnabledForSecurePrintAndKeepsThePassC
   EXPECT_EQ(*jobType->getString("SecurePrintPassword"), "4711");
   std::int32_t n = 0;
   EXPECT_TRUE(jobType->find("JobType")->getNumber(n) && n == 5);
+  // Kept as typed, and shown nowhere: not in the summary, not in the job ticket.
+  SummaryLines lines;
+  buildSummaryText(dialog.ticket().toDictionary(), lines);
+  for (const std::string& line : lines) EXPECT_FALSE(Has(line, "4711")) << line;
+  EXPECT_FALSE(Has(Export(dialog.ticket()), "4711"));
+}
+
+TEST_F(PaperOutputPanelTest, ASavedJobIsSavedUnderTheJobsNameInTheChosenFormat) {
+  dialog.ticket().setString("Z", key::kPMJobName, "Brochure");
+  open();
+  QComboBox* type = control<QComboBox>(3);
+  type->setCurrentIndex(type->findText("Saved Job"));
+  ModalDriver driver({
+      [](QWidget* setup) {
+        EXPECT_FALSE(setup->findChild<QLineEdit*>("ZJob_6")->isVisibleTo(setup));
+        Press(setup, "ok");  // neither a name nor the job's name
+      },
+      [](QWidget* alert) { static_cast<QMessageBox*>(alert)->accept(); },
+      [](QWidget* setup) {
+        auto* disposition = setup->findChild<QComboBox*>("ZJob_1");
+        disposition->setCurrentIndex(disposition->findData(2));
+        setup->findChild<QCheckBox*>("ZJob_3")->setChecked(true);
+        auto* format = setup->findChild<QComboBox*>("ZJob_5");
+        format->setCurrentIndex(format->findData(3));
+        Press(setup, "ok");
+      },
+  });
+  control<QPushButton>(4)->click();
+  EXPECT_TRUE(driver.done());
+  ASSERT_EQ(dialog.sync(false), kNoErr);
+  const std::string jotf = Export(dialog.ticket());
+  for (const char* part :
+       {">print-save</save-disposition>", ">Brochure</save-name>",
+        ">application/pdf</save-document-format>", ">file:///job-repository/</save-location>"}) {
+    EXPECT_TRUE(Has(jotf, part)) << part << "\n" << jotf;
+  }
+  // Cancel keeps what was set.
+  ModalDriver cancel({[](QWidget* setup) {
+    setup->findChild<QCheckBox*>("ZJob_3")->setChecked(false);
+    Press(setup, "cancel");
+  }});
+  control<QPushButton>(4)->click();
+  EXPECT_TRUE(cancel.done());
+  ASSERT_EQ(dialog.sync(false), kNoErr);
+  EXPECT_TRUE(Has(Export(dialog.ticket()), ">Brochure</save-name>"));
 }
 
 TEST_F(PaperOutputPanelTest, ThePaperDialogRefusesBadSizesAndCancelChangesNothing) {
