@@ -50,7 +50,19 @@ struct PaperOutputContext {
   PaperOutputControls controls;
   std::vector<FinishingMenuItem> finishingMenu;
   bool showing = false;  // controls being set from the settings
+  // What each pop-up showed when the settings were last shown: a value the
+  // menu does not list (one imported, say) is kept unless the user chooses.
+  std::int32_t shownJobType = kUnset;
+  std::int32_t shownDuplex = kUnset;
+  std::int32_t shownColor = kUnset;
+  std::int32_t shownDestination = kUnset;
 };
+
+// The pop-up's value when the user changed it since it was shown, else held.
+std::int32_t Chosen(const QComboBox* popup, std::int32_t shown, std::int32_t held) {
+  const std::int32_t value = GetPopupButtonTicketValue(popup);
+  return value != shown ? value : held;
+}
 
 template <typename T>
 T* Control(QWidget* view, int number) {
@@ -124,6 +136,10 @@ void ShowSettings(PaperOutputContext& panel) {
   if (!SetPopupButtonToTicketValue(c.destination, s.outputDestination)) {
     c.destination->setCurrentIndex(0);
   }
+  panel.shownJobType = GetPopupButtonTicketValue(c.jobType);
+  panel.shownDuplex = GetPopupButtonTicketValue(c.duplex);
+  panel.shownColor = GetPopupButtonTicketValue(c.color);
+  panel.shownDestination = GetPopupButtonTicketValue(c.destination);
   c.booklet->setChecked(s.bookletLayout);
   c.gutter->setValue(s.gutter);
   c.creep->setValue(s.creep);
@@ -140,14 +156,14 @@ void TakeSettings(PaperOutputContext& panel) {
   PaperOutputSettings& s = panel.settings;
   PaperOutputControls& c = panel.controls;
   JobTypeSettings j = JobTypeSettings::FromDictionary(s.jobType);
-  const std::int32_t type = GetPopupButtonTicketValue(c.jobType);
+  const std::int32_t type = Chosen(c.jobType, panel.shownJobType, j.jobType);
   if (type != kUnset && type != j.jobType) {
     j.jobType = type;
     s.jobType = j.asTicket();
   }
-  s.duplex = GetPopupButtonTicketValue(c.duplex);
-  s.outputColor = GetPopupButtonTicketValue(c.color);
-  s.outputDestination = GetPopupButtonTicketValue(c.destination);
+  s.duplex = Chosen(c.duplex, panel.shownDuplex, s.duplex);
+  s.outputColor = Chosen(c.color, panel.shownColor, s.outputColor);
+  s.outputDestination = Chosen(c.destination, panel.shownDestination, s.outputDestination);
   s.bookletLayout = c.booklet->isChecked();
   s.gutter = c.gutter->value();
   s.creep = c.creep->value();

@@ -119,6 +119,22 @@ TEST_F(PaperOutputPanelTest, TicketValuesShowAndChangesAreWritten) {
   EXPECT_TRUE(Has(Export(t), "two-sided-long-edge"));
 }
 
+TEST_F(PaperOutputPanelTest, ValuesTheMenusDoNotListAreKeptUntilTheUserChooses) {
+  open();
+  Ticket& t = dialog.ticket();
+  t.setNumber("Z", key::kOutputDestination, 5);  // an imported "stacker-1"
+  t.setDictionary("Z", key::kJobType, Dictionary{{"JobType", Value(4)}});
+  ASSERT_EQ(dialog.sync(true), kNoErr);
+  ASSERT_EQ(dialog.sync(false), kNoErr);
+  EXPECT_EQ(number(key::kOutputDestination), 5);
+  std::int32_t type = 0;
+  EXPECT_TRUE(t.getDictionary(key::kJobType)->find("JobType")->getNumber(type));
+  EXPECT_EQ(type, 4);
+  control<QComboBox>(7)->setCurrentIndex(1);  // Auto
+  ASSERT_EQ(dialog.sync(false), kNoErr);
+  EXPECT_EQ(number(key::kOutputDestination), 1);
+}
+
 TEST_F(PaperOutputPanelTest, JobTypeSetupIsEnabledForSecurePrintAndKeepsThePassCode) {
   open();
   QComboBox* type = control<QComboBox>(3);
