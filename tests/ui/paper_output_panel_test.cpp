@@ -510,10 +510,21 @@ TEST_F(PaperOutputWithFinisherTest, Pictures) {
         save(w, "paper-dialog.png");
         Press(w, "cancel");
       },
+      [&](QWidget* w) {
+        save(w, "background-forms-dialog.png");
+        Press(w, "cancel");
+      },
+      [&](QWidget* w) {
+        save(w, "saved-job-dialog.png");
+        Press(w, "cancel");
+      },
   });
   finishingItem("2 Staples...")->trigger();
   finishingItem("Offset/Subset...")->trigger();
   control<QPushButton>(2)->click();
+  control<QPushButton>(14)->click();
+  control<QComboBox>(3)->setCurrentIndex(control<QComboBox>(3)->findText("Saved Job"));
+  control<QPushButton>(4)->click();
   EXPECT_TRUE(driver.done());
 }
 
