@@ -28,6 +28,7 @@ constexpr std::int32_t kCustomWeightItem = -10;  // WeightMap's "WeightCustom...
 constexpr std::int32_t kCustomTypeValue = 7;
 constexpr std::int32_t kCustomColorValue = 10;
 constexpr std::int32_t kSidesUncoated = 1;
+constexpr const char* kShownProperty = "shownValue";
 // What the custom fields offer before anything was typed: A4 at 80 gsm.
 constexpr double kStartWidth = 210.0;
 constexpr double kStartLength = 297.0;
@@ -110,9 +111,23 @@ void KeepCustomFieldsInStep(const StockControls& c) {
   c.coating->setEnabled(sides != kUnset && sides != kSidesUncoated);
 }
 
+// Selects value and remembers what the pop-up then shows, so that a value
+// its menu does not list (a size or type from a printer's paper, say) is
+// kept unless the user chooses another.
+void ShowValue(QComboBox* popup, std::int32_t value) {
+  SetPopupButtonToTicketValue(popup, value);
+  popup->setProperty(kShownProperty, GetPopupButtonTicketValue(popup));
+}
+
+// The pop-up's value when the user changed it, else the held one.
+std::int32_t Picked(const QComboBox* popup, std::int32_t held) {
+  const std::int32_t value = GetPopupButtonTicketValue(popup);
+  return value != popup->property(kShownProperty).toInt() ? value : held;
+}
+
 void Show(const StockControls& c, const Stock& s) {
   c.name->setText(Text(s.customName()));
-  SetPopupButtonToTicketValue(c.size, s.size());
+  ShowValue(c.size, s.size());
   const bool custom = s.size() == kStockSizeCustom;
   c.width->setValue(custom && s.width() != kUnset ? s.width() / 100.0 : kStartWidth);
   c.length->setValue(custom && s.length() != kUnset ? s.length() / 100.0 : kStartLength);
@@ -122,15 +137,15 @@ void Show(const StockControls& c, const Stock& s) {
     SetPopupButtonToTicketValue(c.weight, kCustomWeightItem);
     c.customWeight->setValue(s.weight());
   }
-  SetPopupButtonToTicketValue(c.type, s.type());
+  ShowValue(c.type, s.type());
   c.customType->setText(Text(s.customType()));
-  SetPopupButtonToTicketValue(c.color, s.color());
+  ShowValue(c.color, s.color());
   c.customColor->setText(Text(s.customColor()));
-  SetPopupButtonToTicketValue(c.punched, s.punched());
-  SetPopupButtonToTicketValue(c.sidesCoated, s.sidesCoated());
-  SetPopupButtonToTicketValue(c.coating, s.coatingType());
-  SetPopupButtonToTicketValue(c.finish, s.finish());
-  SetPopupButtonToTicketValue(c.grain, s.grain());
+  ShowValue(c.punched, s.punched());
+  ShowValue(c.sidesCoated, s.sidesCoated());
+  ShowValue(c.coating, s.coatingType());
+  ShowValue(c.finish, s.finish());
+  ShowValue(c.grain, s.grain());
   c.description->setText(Text(s.description()));
   c.comment->setText(Text(s.comment()));
   KeepCustomFieldsInStep(c);
@@ -149,7 +164,7 @@ std::int32_t Hundredths(double mm) {
 
 // The controls into s; false (after an alert) for a value out of range.
 bool Take(QWidget* dialog, const StockControls& c, Stock& s, std::int32_t modulus) {
-  const std::int32_t size = GetPopupButtonTicketValue(c.size);
+  const std::int32_t size = Picked(c.size, s.size());
   if (size == kStockSizeCustom) {
     const std::int32_t w = Hundredths(c.width->value());
     const std::int32_t l = Hundredths(c.length->value());
@@ -171,8 +186,8 @@ bool Take(QWidget* dialog, const StockControls& c, Stock& s, std::int32_t modulu
       return false;
     }
   }
-  const std::int32_t type = GetPopupButtonTicketValue(c.type);
-  const std::int32_t color = GetPopupButtonTicketValue(c.color);
+  const std::int32_t type = Picked(c.type, s.type());
+  const std::int32_t color = Picked(c.color, s.color());
   if ((type == kCustomTypeValue && c.customType->text().trimmed().isEmpty()) ||
       (color == kCustomColorValue && c.customColor->text().trimmed().isEmpty())) {
     Alert(dialog, "Custom Name Empty");
@@ -185,12 +200,12 @@ bool Take(QWidget* dialog, const StockControls& c, Stock& s, std::int32_t modulu
   s.setModulus(IsSetStock(type) ? modulus : kUnset);
   s.setCustomType(type == kCustomTypeValue ? c.customType->text().trimmed().toStdString() : "");
   s.setCustomColor(color == kCustomColorValue ? c.customColor->text().trimmed().toStdString() : "");
-  s.setPunched(GetPopupButtonTicketValue(c.punched));
-  s.setSidesCoated(GetPopupButtonTicketValue(c.sidesCoated));
-  const std::int32_t coating = GetPopupButtonTicketValue(c.coating);
+  s.setPunched(Picked(c.punched, s.punched()));
+  s.setSidesCoated(Picked(c.sidesCoated, s.sidesCoated()));
+  const std::int32_t coating = Picked(c.coating, s.coatingType());
   s.setCoatingType(coating == kUnset ? 1 : coating);
-  s.setFinish(GetPopupButtonTicketValue(c.finish));
-  s.setGrain(GetPopupButtonTicketValue(c.grain));
+  s.setFinish(Picked(c.finish, s.finish()));
+  s.setGrain(Picked(c.grain, s.grain()));
   s.setDescription(c.description->text().toStdString());
   s.setComment(c.comment->text().toStdString());
   s.setCustomName(c.name->text().trimmed().toStdString());
@@ -255,6 +270,9 @@ bool RunModalStockDialog(QWidget* parent, Stock& stock, JobContext context) {
   QObject::connect(cancel, &QPushButton::clicked, dialog, &QDialog::reject);
   // The set-up of tab and ordered stock keeps its modulus until OK.
   auto modulus = std::make_shared<std::int32_t>(stock.modulus());
+  // The stock the fields started from: values the menus cannot show are
+  // taken from it.
+  auto base = std::make_shared<Stock>(stock);
   if (auto* setup = dialog->findChild<QPushButton*>("ZStk_19")) {
     QObject::connect(setup, &QPushButton::clicked, dialog, [dialog, c, modulus, context] {
       Stock sets;
@@ -267,16 +285,18 @@ bool RunModalStockDialog(QWidget* parent, Stock& stock, JobContext context) {
   }
   // A named paper chosen in the library fills every field.
   if (auto* named = dialog->findChild<QPushButton*>("ZStk_18")) {
-    QObject::connect(named, &QPushButton::clicked, dialog, [dialog, c] {
+    QObject::connect(named, &QPushButton::clicked, dialog, [dialog, c, base, modulus] {
       Stock chosen;
       PrintSession* session = GetCurrentPrintSession();
       if (RunModalNamedPaperWindow(dialog, chosen, session ? &session->printSettings() : nullptr)) {
+        *base = chosen;
+        *modulus = chosen.modulus();
         Show(c, chosen);
       }
     });
   }
   while (dialog->exec() == QDialog::Accepted) {
-    Stock edited = stock;
+    Stock edited = *base;
     if (Take(dialog, c, edited, *modulus)) {
       stock = edited;
       return true;

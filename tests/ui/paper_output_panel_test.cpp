@@ -252,6 +252,27 @@ TEST_F(PaperOutputPanelTest, ThePaperDialogRefusesBadSizesAndCancelChangesNothin
   EXPECT_TRUE(Has(jotf, "120")) << jotf;
 }
 
+TEST_F(PaperOutputPanelTest, ThePaperDialogKeepsSizesAndTypesItsMenusDoNotList) {
+  Stock paper;
+  paper.setSize(18);  // A5: in the size table, not in the menu
+  paper.setType(4);   // pre-cut tabs
+  paper.setModulus(5);
+  dialog.ticket().setDictionary("Z", key::kJobLevelStock, paper.asTicket());
+  open();
+  ModalDriver driver({[](QWidget* w) {
+    w->findChild<QLineEdit*>("ZStk_16")->setText("Tabbed A5");
+    Press(w, "ok");
+  }});
+  control<QPushButton>(2)->click();
+  EXPECT_TRUE(driver.done());
+  ASSERT_EQ(dialog.sync(false), kNoErr);
+  const Stock back(dialog.ticket().getDictionary(key::kJobLevelStock));
+  EXPECT_EQ(back.size(), 18);
+  EXPECT_EQ(back.type(), 4);
+  EXPECT_EQ(back.modulus(), 5);
+  EXPECT_EQ(back.description(), "Tabbed A5");
+}
+
 TEST_F(PaperOutputPanelTest, TabStockTakesItsSetSizeFromTheSetUp) {
   open();
   QString alert;
