@@ -465,8 +465,7 @@ void ReadPaperOutputSettings(const Ticket& ticket, PaperOutputSettings& s,
   s.outputColor = NumberOr(ticket, key::kOutputColor, 2);
   const Dictionary* jobType = ticket.getDictionary(key::kJobType);
   s.jobType = jobType ? *jobType : DefaultJobTypeDictionary();
-  s.backgroundForms = BackgroundFormsOptions();
-  s.backgroundForms.fromTicket(ticket.getDictionary(kBackgroundFormsOptions));
+  s.backgroundForms = BackgroundFormsOptions(ticket.getDictionary(kBackgroundFormsOptions));
   if (ticket.getBoolean(kBookletLayout).value_or(false)) s.bookletLayout = true;
   ticket.getNumber(kBookletDrawOutlines, s.bookletDrawOutlines);
   s.bookletForceNewSize = ticket.getBoolean(key::kBookletForceNewSize).value_or(false);
