@@ -10,7 +10,9 @@
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QTreeWidget>
+#include <array>
 #include <memory>
 
 #include "core/bundle.h"
@@ -196,6 +198,49 @@ void Create(Window& w, const Stock& start) {
   if (Store(w, entry)) FillTable(w);
 }
 
+// The list preferences: which columns show, the list shown first, whether
+// names must be unique and whether papers the device cannot take show.
+bool RunPreferences(QWidget* parent, StockLibraryViewPreferences& p) {
+  const Bundle* bundle = GetPDEBundle();
+  Status status = kNoErr;
+  std::unique_ptr<QWidget> view(LoadView(bundle, "NamedPaperPreferences", "Preferences", &status));
+  auto* dialog = qobject_cast<QDialog*>(view.get());
+  if (!dialog) return false;
+  if (parent) dialog->setParent(parent, dialog->windowFlags());
+  dialog->setWindowTitle(LocalizedText(bundle, "Named Paper Preferences"));
+  std::array<QCheckBox*, kStockLibraryColumns.size()> columns{};
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    columns[i] = dialog->findChild<QCheckBox*>(QStringLiteral("ZNpp_%1").arg(i + 1));
+    if (!columns[i]) return false;
+    columns[i]->setChecked(p.showColumn[i]);
+  }
+  auto* list = dialog->findChild<QComboBox*>("ZNpp_12");
+  auto* names = dialog->findChild<QComboBox*>("ZNpp_13");
+  auto* values = dialog->findChild<QCheckBox*>("ZNpp_14");
+  auto* attributes = dialog->findChild<QCheckBox*>("ZNpp_15");
+  auto* ok = dialog->findChild<QPushButton*>("ok");
+  auto* cancel = dialog->findChild<QPushButton*>("cancel");
+  if (!list || !names || !values || !attributes || !ok || !cancel) return false;
+  list->addItems(
+      {LocalizedText(bundle, "My Paper List"), LocalizedText(bundle, "Printer Paper List")});
+  names->addItems({LocalizedText(bundle, "Allow Duplicate Names"),
+                   LocalizedText(bundle, "Force Unique Names")});
+  list->setCurrentIndex(p.printerListByDefault ? 1 : 0);
+  names->setCurrentIndex(p.forceUniqueNames ? 1 : 0);
+  values->setChecked(p.showUnsupportedValues);
+  attributes->setChecked(p.showUnsupportedAttributes);
+  QObject::connect(ok, &QPushButton::clicked, dialog, &QDialog::accept);
+  QObject::connect(cancel, &QPushButton::clicked, dialog, &QDialog::reject);
+  dialog->adjustSize();
+  if (dialog->exec() != QDialog::Accepted) return false;
+  for (std::size_t i = 0; i < columns.size(); ++i) p.showColumn[i] = columns[i]->isChecked();
+  p.printerListByDefault = list->currentIndex() == 1;
+  p.forceUniqueNames = names->currentIndex() == 1;
+  p.showUnsupportedValues = values->isChecked();
+  p.showUnsupportedAttributes = attributes->isChecked();
+  return true;
+}
+
 void Connect(Window& w) {
   QObject::connect(w.which, &QComboBox::currentIndexChanged, w.dialog, [&w] {
     FillTable(w);
@@ -231,6 +276,18 @@ void Connect(Window& w) {
     w.preferences.forceUniqueNames = on;
     WriteStockLibraryViewPreferences(w.preferences);
   });
+  if (auto* preferences = w.dialog->findChild<QPushButton*>("ZNpl_9")) {
+    QObject::connect(preferences, &QPushButton::clicked, w.dialog, [&w] {
+      StockLibraryViewPreferences edited = w.preferences;
+      if (!RunPreferences(w.dialog, edited)) return;
+      w.preferences = edited;
+      WriteStockLibraryViewPreferences(w.preferences);
+      const QSignalBlocker quiet(w.unique);
+      w.unique->setChecked(w.preferences.forceUniqueNames);
+      FillTable(w);
+      KeepButtonsInStep(w);
+    });
+  }
   QObject::connect(w.table, &QTreeWidget::itemDoubleClicked, w.dialog, [&w] { w.use->click(); });
   QObject::connect(w.use, &QPushButton::clicked, w.dialog, &QDialog::accept);
   if (auto* done = w.dialog->findChild<QPushButton*>("cancel")) {

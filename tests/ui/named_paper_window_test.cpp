@@ -15,6 +15,7 @@
 #include "paper/ipp_papers.h"
 #include "paper/printer_named_papers.h"
 #include "paper/stock_library.h"
+#include "paper/stock_library_view.h"
 #include "support/test_support.h"
 #include "ui/named_paper_window.h"
 
@@ -142,6 +143,38 @@ TEST_F(NamedPaperWindowTest, APrinterPaperIsAddedToMyPaperList) {
   ASSERT_TRUE(RunModalNamedPaperWindow(nullptr, job, nullptr));
   EXPECT_TRUE(driver.done());
   EXPECT_EQ(job.weight(), 250);
+}
+
+TEST_F(NamedPaperWindowTest, PreferencesChooseTheColumnsAndAreKept) {
+  Stock job;
+  ModalDriver driver({
+      [](QWidget* w) { PressLater(w, "ZNpl_9"); },
+      [](QWidget* preferences) {
+        preferences->findChild<QCheckBox*>("ZNpp_2")->setChecked(false);  // colour
+        preferences->findChild<QComboBox*>("ZNpp_13")->setCurrentIndex(1);
+        Press(preferences, "ok");
+      },
+      [](QWidget* w) {
+        EXPECT_TRUE(Table(w)->isColumnHidden(3));
+        EXPECT_FALSE(Table(w)->isColumnHidden(2));
+        EXPECT_TRUE(w->findChild<QCheckBox*>("ZNpl_8")->isChecked());
+        PressLater(w, "ZNpl_9");
+      },
+      [](QWidget* preferences) {
+        preferences->findChild<QCheckBox*>("ZNpp_1")->setChecked(false);
+        Press(preferences, "cancel");
+      },
+      [](QWidget* w) {
+        EXPECT_FALSE(Table(w)->isColumnHidden(2));
+        Press(w, "cancel");
+      },
+  });
+  EXPECT_FALSE(RunModalNamedPaperWindow(nullptr, job, nullptr));
+  EXPECT_TRUE(driver.done());
+  const StockLibraryViewPreferences kept = ReadStockLibraryViewPreferences();
+  EXPECT_FALSE(kept.showColumn[1]);
+  EXPECT_TRUE(kept.showColumn[0]);
+  EXPECT_TRUE(kept.forceUniqueNames);
 }
 
 }  // namespace
