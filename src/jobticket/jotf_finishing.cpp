@@ -6,6 +6,7 @@
 #include <string>
 
 #include "jobticket/jotf_commands.h"
+#include "jobticket/jotf_finishing.h"
 #include "jobticket/jotf_job_attributes.h"
 #include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_maps.h"
@@ -22,46 +23,8 @@ std::int32_t Map(JotfCodeMap map, std::int32_t code) {
   return JotfMapCode(map, code);
 }
 
-// What one choice of the finishing menu takes from the dialogs' values.
-// Choices: 0 printer default, 1 none, 2 one staple, 3 two staples, 4 centre
-// staple, 5 bind, 6-8 two/three/four-hole punch, 9 fold, 10 Z-fold half
-// sheet, 11 multiple finishing, 12 signature booklet, 13 custom, 14 booklet.
-struct FinishingChoice {
-  std::int32_t option;
-  std::string_view stapleKey = {};  // "*": the first staple entry that has a value
-  std::string_view foldKey = {};
-  bool punch = false;
-  std::int32_t holes = -1;  // punch-holes code; 0: from the punch options entry
-  bool custom = false;
-};
-
-constexpr std::string_view kAnyStaple = "*";
-
-constexpr FinishingChoice kFinishingChoices[] = {
-    {.option = 2, .stapleKey = jotfkey::kFinishingStaple1},
-    {.option = 3, .stapleKey = jotfkey::kFinishingStaple2},
-    {.option = 4, .stapleKey = jotfkey::kFinishingStapleCenter},
-    {.option = 5, .foldKey = jotfkey::kFinishingBind},
-    {.option = 6, .punch = true, .holes = 35},
-    {.option = 7, .punch = true, .holes = 36},
-    {.option = 8, .punch = true, .holes = 37},
-    {.option = 9, .foldKey = jotfkey::kFinishingFold},
-    {.option = 10, .foldKey = jotfkey::kFinishingZFold},
-    {.option = 11,
-     .stapleKey = kAnyStaple,
-     .foldKey = jotfkey::kFinishingZFold,
-     .punch = true,
-     .holes = 0},
-    {.option = 12, .foldKey = jotfkey::kBookletFoldStaple},
-    {.option = 13, .custom = true},
-    {.option = 14, .foldKey = jotfkey::kBookletFoldStaple},
-};
-
 const FinishingChoice* ChoiceFor(std::int32_t option) {
-  for (const FinishingChoice& c : kFinishingChoices) {
-    if (c.option == option) return &c;
-  }
-  return nullptr;
+  return FindFinishingChoice(option);
 }
 
 std::int32_t StapleFrom(const Dictionary* settings, std::string_view key) {

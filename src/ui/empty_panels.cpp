@@ -104,9 +104,6 @@ Status CreateEmptyPanelInterface(PanelInterface** out) {
 
 }  // namespace
 
-Status CreatePaperOutputPanelInterface(PanelInterface** out) {
-  return CreateEmptyPanelInterface<PanelKind::PaperOutput>(out);
-}
 Status CreateSpecialPagesPanelInterface(PanelInterface** out) {
   return CreateEmptyPanelInterface<PanelKind::SpecialPages>(out);
 }

@@ -1,6 +1,7 @@
-// Answers a test's modal windows as they come up, one step per window, and
-// closes (failing the test) a window that no step answers; and the answers
-// a user gives a file dialog or a button.
+// Helpers for tests of modal windows: a driver that answers each window as
+// it comes up (and closes, failing the test, one no step answers), the
+// answers a user gives a file dialog or a button, and the job ticket a
+// ticket exports.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,13 +15,20 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QTimer>
+#include <cstdio>
+#include <cstdlib>
 #include <deque>
 #include <functional>
 #include <string>
 
+#include "core/ticket.h"
+#include "jobticket/jotf_frame.h"
+#include "jobticket/jotf_keys.h"
+
 namespace zorva::test {
 
-// Answers the modal windows as they come up, one step per window.
+// Answers the modal windows as they come up, one step per window; a window
+// no step closes within ten seconds fails the test and is closed.
 class ModalDriver {
  public:
   using Step = std::function<void(QWidget* modal)>;
@@ -72,6 +80,33 @@ inline void Press(QWidget* modal, const char* button) {
   auto* b = modal->findChild<QPushButton*>(button);
   ASSERT_NE(b, nullptr) << button;
   b->click();
+}
+
+// Presses once the step is over: for a button that opens a window of its
+// own, whose steps the driver can only take after this one returns.
+inline void PressLater(QWidget* modal, const char* button) {
+  auto* b = modal->findChild<QPushButton*>(button);
+  ASSERT_NE(b, nullptr) << button;
+  QTimer::singleShot(0, b, &QPushButton::click);
+}
+
+// The whole job ticket of a ticket, as the dialog's export asks for it.
+inline std::string Export(const Ticket& ticket) {
+  char* buffer = nullptr;
+  std::size_t size = 0;
+  std::FILE* out = open_memstream(&buffer, &size);
+  Dictionary settings = ticket.toDictionary();
+  settings.set(jotfkey::kOptions,
+               Value(Dictionary{{std::string(jotfkey::kOptionAll), Value(true)}}));
+  WriteJOTF(out, settings);
+  std::fclose(out);
+  std::string text(buffer, size);
+  std::free(buffer);
+  return text;
+}
+
+inline bool Has(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
 }
 
 }  // namespace zorva::test
