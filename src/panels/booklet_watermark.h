@@ -13,6 +13,7 @@
 
 #include "core/ticket.h"
 #include "host/setting_map.h"
+#include "watermarks/watermark_choice.h"
 
 namespace zorva {
 
@@ -24,8 +25,9 @@ inline constexpr std::string_view kCreep = "com.zorva.print.Creep";
 // The host removes "com.zorva.print.RotateBooklet180Degrees" on every
 // saving sync, so the panel keeps its choice under a key of its own.
 inline constexpr std::string_view kRotate180 = "com.zorva.print.BookletRotate180";
-// The chosen watermark's name; absent: no watermark.
-inline constexpr std::string_view kWatermark = "com.zorva.print.WatermarkName";
+// The chosen watermark's name; absent: no watermark. The print path and the
+// server's watermark filter read the same key.
+inline constexpr std::string_view kWatermark = kWatermarkNameKey;
 }  // namespace bookletkey
 
 // Fold codes of "com.zorva.print.BookletFoldStaple" (the job ticket's booklet

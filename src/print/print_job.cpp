@@ -19,6 +19,7 @@
 #include "jobticket/jotf_keys.h"
 #include "paper/ppd.h"
 #include "print/printers.h"
+#include "watermarks/watermark_choice.h"
 
 namespace zorva {
 
@@ -144,6 +145,12 @@ PrintJob BuildPrintJob(PrintSession& session, const PPD* ppd, const std::filesys
   }
   JobOptions fromSettings = StandardAttributesFromSettings(settings, page, hasMedia);
   job.options.insert(job.options.end(), fromSettings.begin(), fromSettings.end());
+  // The watermark filter on the server draws what these name.
+  if (const std::optional<WatermarkChoice> mark = WatermarkChoiceFromTicket(settings)) {
+    for (auto& [name, value] : WatermarkJobOptions(*mark)) {
+      job.options.push_back({std::move(name), std::move(value)});
+    }
+  }
   if (jobName.empty()) {
     if (const std::string* name = settings.getString(jotfkey::kPMJobName)) jobName = *name;
   }

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "jobticket/jotf_export.h"
 #include "jobticket/jotf_keys.h"
 #include "paper/ppd.h"
@@ -59,6 +61,22 @@ TEST(BuildPrintJob, TitleFromTheJobTicketThenTheJobNameThenTheFile) {
   EXPECT_EQ(BuildPrintJob(plain, nullptr, "/tmp/a.pdf", true).title, "a.pdf");
   plain.printSettings().setString(kTicketClientSystem, jotfkey::kPMJobName, "Report");
   EXPECT_EQ(BuildPrintJob(plain, nullptr, "/tmp/a.pdf", true).title, "Report");
+}
+
+TEST(BuildPrintJob, TheChosenWatermarkGoesToTheServersFilterAsJobOptions) {
+  PrintSession s = Session();
+  const auto named = [](const PrintJob& job, std::string_view name) {
+    const auto at = std::find_if(job.options.begin(), job.options.end(),
+                                 [&](const JobOption& o) { return o.name == name; });
+    return at == job.options.end() ? std::string("(none)") : at->value;
+  };
+  EXPECT_EQ(named(BuildPrintJob(s, nullptr, "/tmp/a.pdf", true), "zorva-watermark"), "(none)");
+  s.printSettings().setString(kTicketClientSystem, "com.zorva.print.WatermarkName", "Draft");
+  s.printSettings().setBoolean(kTicketClientSystem, "com.zorva.print.WatermarkFirstPageOnly", true);
+  const PrintJob job = BuildPrintJob(s, nullptr, "/tmp/a.pdf", false);
+  EXPECT_EQ(named(job, "zorva-watermark"), "Draft");
+  EXPECT_EQ(named(job, "zorva-watermark-pages"), "first");
+  EXPECT_EQ(named(job, "zorva-watermark-layer"), "behind");
 }
 
 TEST(CheckPrintDocument, OnlyReadablePdfDocumentsPass) {
