@@ -188,52 +188,11 @@ Status AdvancedSync(PDEContext context, PrintSession* session, bool reinitialize
   return kNoErr;
 }
 
-Status AdvancedGetSummaryText(PDEContext context, Array** titles, Array** values) {
-  if (!context) return kInvalidPDEContext;
-  if (titles) *titles = nullptr;
-  if (values) *values = nullptr;
-  return kNoErr;
-}
-
-Status AdvancedOpen(PDEContext context) {
-  if (!context) return kInvalidPDEContext;
-  auto* panel = static_cast<AdvancedContext*>(context);
-  if (panel->head.controlsBuilt) return kNoErr;
-  const PanelDescription& row = DescribePanel(PanelKind::Advanced);
-  Status status = kNoErr;
-  QWidget* view = LoadView(panel->head.bundle, row.uiFile, row.window, &status);
-  if (!view) return status;
-  BuildControls(*panel, view);
-  EmbedView(panel->head.userPane, view);
-  panel->head.controlsBuilt = true;
-  ShowSettings(*panel);
-  return kNoErr;
-}
-
-Status AdvancedClose(PDEContext context) {
-  return context ? kNoErr : kInvalidPDEContext;
-}
-
-Status AdvancedTerminate(PDEContext context, Status /*status*/) {
-  if (!context) return kInvalidPDEContext;
-  delete static_cast<AdvancedContext*>(context);
-  return kNoErr;
-}
-
 }  // namespace
 
 Status CreateAdvancedPanelInterface(PanelInterface** out) {
-  const PDEInterfaceTable table{nullptr,
-                                nullptr,
-                                nullptr,
-                                AdvancedPrologue,
-                                AdvancedInitialize,
-                                AdvancedSync,
-                                AdvancedGetSummaryText,
-                                AdvancedOpen,
-                                AdvancedClose,
-                                AdvancedTerminate};
-  return NewPanelInterface(table, out);
+  return StandardPanel<AdvancedContext, PanelKind::Advanced>::CreateInterface(
+      AdvancedPrologue, AdvancedInitialize, AdvancedSync, out);
 }
 
 }  // namespace zorva

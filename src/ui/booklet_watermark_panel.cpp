@@ -232,6 +232,13 @@ void EnableBooklet(BookletContext& panel) {
   if (panel.controls.layout) emit panel.controls.layout->toggled(panel.settings.layout);
 }
 
+// With the controls up, the booklet's dependent controls and the watermark
+// commands follow the settings shown.
+void AfterOpen(BookletContext& panel) {
+  EnableBooklet(panel);
+  UpdateCommands(panel);
+}
+
 Status BookletPrologue(PDEContext* context, std::uint32_t* creator, const char** userOptionKind,
                        const char** title, float* maxH, float* maxV) {
   if (!context) return kInvalidPDEContext;
@@ -254,10 +261,7 @@ Status BookletSync(PDEContext context, PrintSession* session, bool reinitializeP
   if (reinitializePlugIn) {
     panel->settings = ReadBookletSettings(*ticket);
     ShowSettings(*panel);
-    if (panel->head.controlsBuilt) {
-      EnableBooklet(*panel);
-      UpdateCommands(*panel);
-    }
+    if (panel->head.controlsBuilt) AfterOpen(*panel);
   } else {
     TakeSettings(*panel);
     WriteBookletSettings(*ticket, panel->settings);
@@ -272,54 +276,11 @@ Status BookletInitialize(PDEContext context, std::uint32_t* /*flags*/, void* /*r
   return BookletSync(context, session, true);
 }
 
-Status BookletGetSummaryText(PDEContext context, Array** titles, Array** values) {
-  if (!context) return kInvalidPDEContext;
-  if (titles) *titles = nullptr;
-  if (values) *values = nullptr;
-  return kNoErr;
-}
-
-Status BookletOpen(PDEContext context) {
-  if (!context) return kInvalidPDEContext;
-  auto* panel = static_cast<BookletContext*>(context);
-  if (panel->head.controlsBuilt) return kNoErr;
-  const PanelDescription& row = DescribePanel(PanelKind::BookletWatermark);
-  Status status = kNoErr;
-  QWidget* view = LoadView(panel->head.bundle, row.uiFile, row.window, &status);
-  if (!view) return status;
-  BuildControls(*panel, view);
-  EmbedView(panel->head.userPane, view);
-  panel->head.controlsBuilt = true;
-  ShowSettings(*panel);
-  EnableBooklet(*panel);
-  UpdateCommands(*panel);
-  return kNoErr;
-}
-
-Status BookletClose(PDEContext context) {
-  return context ? kNoErr : kInvalidPDEContext;
-}
-
-Status BookletTerminate(PDEContext context, Status /*status*/) {
-  if (!context) return kInvalidPDEContext;
-  delete static_cast<BookletContext*>(context);
-  return kNoErr;
-}
-
 }  // namespace
 
 Status CreateBookletWatermarkPanelInterface(PanelInterface** out) {
-  const PDEInterfaceTable table{nullptr,
-                                nullptr,
-                                nullptr,
-                                BookletPrologue,
-                                BookletInitialize,
-                                BookletSync,
-                                BookletGetSummaryText,
-                                BookletOpen,
-                                BookletClose,
-                                BookletTerminate};
-  return NewPanelInterface(table, out);
+  return StandardPanel<BookletContext, PanelKind::BookletWatermark>::CreateInterface(
+      BookletPrologue, BookletInitialize, BookletSync, out);
 }
 
 }  // namespace zorva

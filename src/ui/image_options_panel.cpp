@@ -223,52 +223,11 @@ Status ImageOptionsInitialize(PDEContext context, std::uint32_t* /*flags*/, void
   return ImageOptionsSync(context, session, true);
 }
 
-Status ImageOptionsGetSummaryText(PDEContext context, Array** titles, Array** values) {
-  if (!context) return kInvalidPDEContext;
-  if (titles) *titles = nullptr;
-  if (values) *values = nullptr;
-  return kNoErr;
-}
-
-Status ImageOptionsOpen(PDEContext context) {
-  if (!context) return kInvalidPDEContext;
-  auto* panel = static_cast<ImageOptionsContext*>(context);
-  if (panel->head.controlsBuilt) return kNoErr;
-  const PanelDescription& row = DescribePanel(PanelKind::ImageOptions);
-  Status status = kNoErr;
-  QWidget* view = LoadView(panel->head.bundle, row.uiFile, row.window, &status);
-  if (!view) return status;
-  BuildControls(*panel, view);
-  EmbedView(panel->head.userPane, view);
-  panel->head.controlsBuilt = true;
-  ShowSettings(*panel);
-  return kNoErr;
-}
-
-Status ImageOptionsClose(PDEContext context) {
-  return context ? kNoErr : kInvalidPDEContext;
-}
-
-Status ImageOptionsTerminate(PDEContext context, Status /*status*/) {
-  if (!context) return kInvalidPDEContext;
-  delete static_cast<ImageOptionsContext*>(context);
-  return kNoErr;
-}
-
 }  // namespace
 
 Status CreateImageOptionsPanelInterface(PanelInterface** out) {
-  const PDEInterfaceTable table{nullptr,
-                                nullptr,
-                                nullptr,
-                                ImageOptionsPrologue,
-                                ImageOptionsInitialize,
-                                ImageOptionsSync,
-                                ImageOptionsGetSummaryText,
-                                ImageOptionsOpen,
-                                ImageOptionsClose,
-                                ImageOptionsTerminate};
-  return NewPanelInterface(table, out);
+  return StandardPanel<ImageOptionsContext, PanelKind::ImageOptions>::CreateInterface(
+      ImageOptionsPrologue, ImageOptionsInitialize, ImageOptionsSync, out);
 }
 
 }  // namespace zorva

@@ -204,52 +204,11 @@ Status JobNotesInitialize(PDEContext context, std::uint32_t* /*flags*/, void* /*
   return JobNotesSync(context, session, true);
 }
 
-Status JobNotesGetSummaryText(PDEContext context, Array** titles, Array** values) {
-  if (!context) return kInvalidPDEContext;
-  if (titles) *titles = nullptr;
-  if (values) *values = nullptr;
-  return kNoErr;
-}
-
-Status JobNotesOpen(PDEContext context) {
-  if (!context) return kInvalidPDEContext;
-  auto* panel = static_cast<JobNotesContext*>(context);
-  if (panel->head.controlsBuilt) return kNoErr;
-  const PanelDescription& row = DescribePanel(PanelKind::JobNotes);
-  Status status = kNoErr;
-  QWidget* view = LoadView(panel->head.bundle, row.uiFile, row.window, &status);
-  if (!view) return status;
-  BuildControls(*panel, view);
-  EmbedView(panel->head.userPane, view);
-  panel->head.controlsBuilt = true;
-  ShowSettings(*panel);
-  return kNoErr;
-}
-
-Status JobNotesClose(PDEContext context) {
-  return context ? kNoErr : kInvalidPDEContext;
-}
-
-Status JobNotesTerminate(PDEContext context, Status /*status*/) {
-  if (!context) return kInvalidPDEContext;
-  delete static_cast<JobNotesContext*>(context);
-  return kNoErr;
-}
-
 }  // namespace
 
 Status CreateJobNotesPanelInterface(PanelInterface** out) {
-  const PDEInterfaceTable table{nullptr,
-                                nullptr,
-                                nullptr,
-                                JobNotesPrologue,
-                                JobNotesInitialize,
-                                JobNotesSync,
-                                JobNotesGetSummaryText,
-                                JobNotesOpen,
-                                JobNotesClose,
-                                JobNotesTerminate};
-  return NewPanelInterface(table, out);
+  return StandardPanel<JobNotesContext, PanelKind::JobNotes>::CreateInterface(
+      JobNotesPrologue, JobNotesInitialize, JobNotesSync, out);
 }
 
 }  // namespace zorva

@@ -4,14 +4,14 @@
 #pragma once
 
 #include <QString>
+#include <QWidget>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "core/status.h"
 #include "host/pde_interface.h"
 #include "panels/panel_table.h"
-
-class QWidget;
 
 namespace zorva {
 
@@ -40,6 +40,62 @@ void FillPanelPrologue(PanelContextHead& head, const PanelDescription& panel,
 
 // A new interface object with a copy of `table` (as entry points hand out).
 Status NewPanelInterface(const PDEInterfaceTable& table, PanelInterface** out);
+
+// The operations a panel with a view of its own does like every other: no
+// summary, Open (the view loaded once, its controls built, the settings
+// shown), Close and Terminate. C is the panel's context, with a
+// PanelContextHead `head`; the panel's file gives BuildControls(C&, QWidget*)
+// (void, or false when the view lacks a control) and ShowSettings(C&), and
+// may give AfterOpen(C&) for what needs the controls shown.
+template <typename C, PanelKind K>
+struct StandardPanel {
+  static Status GetSummaryText(PDEContext context, Array** titles, Array** values) {
+    if (!context) return kInvalidPDEContext;
+    if (titles) *titles = nullptr;
+    if (values) *values = nullptr;
+    return kNoErr;
+  }
+
+  static Status Open(PDEContext context) {
+    if (!context) return kInvalidPDEContext;
+    auto* panel = static_cast<C*>(context);
+    if (panel->head.controlsBuilt) return kNoErr;
+    const PanelDescription& row = DescribePanel(K);
+    Status status = kNoErr;
+    QWidget* view = LoadView(panel->head.bundle, row.uiFile, row.window, &status);
+    if (!view) return status;
+    if constexpr (std::is_same_v<decltype(BuildControls(*panel, view)), bool>) {
+      if (!BuildControls(*panel, view)) {
+        delete view;
+        return kInvalidPDEContext;
+      }
+    } else {
+      BuildControls(*panel, view);
+    }
+    EmbedView(panel->head.userPane, view);
+    panel->head.controlsBuilt = true;
+    ShowSettings(*panel);
+    if constexpr (requires { AfterOpen(*panel); }) AfterOpen(*panel);
+    return kNoErr;
+  }
+
+  static Status Close(PDEContext context) { return context ? kNoErr : kInvalidPDEContext; }
+
+  static Status Terminate(PDEContext context, Status /*status*/) {
+    if (!context) return kInvalidPDEContext;
+    delete static_cast<C*>(context);
+    return kNoErr;
+  }
+
+  // The interface object with the panel's own Prologue, Initialize and Sync.
+  static Status CreateInterface(decltype(PDEInterfaceTable::Prologue) prologue,
+                                decltype(PDEInterfaceTable::Initialize) initialize,
+                                decltype(PDEInterfaceTable::Sync) sync, PanelInterface** out) {
+    const PDEInterfaceTable table{nullptr, nullptr,        nullptr, prologue, initialize,
+                                  sync,    GetSummaryText, Open,    Close,    Terminate};
+    return NewPanelInterface(table, out);
+  }
+};
 
 // Each panel's own CreatePanelInterface.
 Status CreatePaperOutputPanelInterface(PanelInterface** out);

@@ -312,55 +312,11 @@ Status PaperOutputInitialize(PDEContext context, std::uint32_t* /*flags*/, void*
   return PaperOutputSync(context, session, true);
 }
 
-Status PaperOutputGetSummaryText(PDEContext context, Array** titles, Array** values) {
-  if (!context) return kInvalidPDEContext;
-  if (titles) *titles = nullptr;
-  if (values) *values = nullptr;
-  return kNoErr;
-}
-
-Status PaperOutputOpen(PDEContext context) {
-  if (!context) return kInvalidPDEContext;
-  auto* panel = static_cast<PaperOutputContext*>(context);
-  if (panel->head.controlsBuilt) return kNoErr;
-  const PanelDescription& row = DescribePanel(PanelKind::PaperOutput);
-  Status status = kNoErr;
-  QWidget* view = LoadView(panel->head.bundle, row.uiFile, row.window, &status);
-  if (!view) return status;
-  if (!BuildControls(*panel, view)) {
-    delete view;
-    return kInvalidPDEContext;
-  }
-  EmbedView(panel->head.userPane, view);
-  panel->head.controlsBuilt = true;
-  ShowSettings(*panel);
-  return kNoErr;
-}
-
-Status PaperOutputClose(PDEContext context) {
-  return context ? kNoErr : kInvalidPDEContext;
-}
-
-Status PaperOutputTerminate(PDEContext context, Status /*status*/) {
-  if (!context) return kInvalidPDEContext;
-  delete static_cast<PaperOutputContext*>(context);
-  return kNoErr;
-}
-
 }  // namespace
 
 Status CreatePaperOutputPanelInterface(PanelInterface** out) {
-  const PDEInterfaceTable table{nullptr,
-                                nullptr,
-                                nullptr,
-                                PaperOutputPrologue,
-                                PaperOutputInitialize,
-                                PaperOutputSync,
-                                PaperOutputGetSummaryText,
-                                PaperOutputOpen,
-                                PaperOutputClose,
-                                PaperOutputTerminate};
-  return NewPanelInterface(table, out);
+  return StandardPanel<PaperOutputContext, PanelKind::PaperOutput>::CreateInterface(
+      PaperOutputPrologue, PaperOutputInitialize, PaperOutputSync, out);
 }
 
 }  // namespace zorva
