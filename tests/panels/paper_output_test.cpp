@@ -13,6 +13,7 @@
 #include "host/installable_options.h"
 #include "jobticket/jotf_frame.h"
 #include "jobticket/jotf_keys.h"
+#include "support/finishing_enums.h"
 
 namespace zorva {
 namespace {
@@ -417,45 +418,8 @@ std::string Export(const Ticket& ticket) {
   return text;
 }
 
-// The job ticket's enum for each value's name.
-const std::map<std::string, int> kEnumForName = {
-    {"1StapleTopLeft", 20},
-    {"1StapleBottomLeft", 21},
-    {"1StapleTopRight", 22},
-    {"1StapleBottomRight", 23},
-    {"2StaplesLeft", 28},
-    {"2StaplesTop", 29},
-    {"2StaplesRight", 30},
-    {"2StaplesBottom", 31},
-    {"3StaplesLeft", 32},
-    {"3StaplesTop", 33},
-    {"3StaplesRight", 34},
-    {"3StaplesBottom", 35},
-    {"BindLeft", 1011},
-    {"BindTop", 1008},
-    {"BindRight", 1005},
-    {"BindBottom", 1012},
-    {"BiFoldSingleInside", 3},
-    {"BiFoldSingleOutside", 111},
-    {"TriFoldCInside", 1000},
-    {"TriFoldCOutside", 1001},
-    {"ZFoldHalfLeft", 1003},
-    {"ZFoldHalfRight", 1004},
-    {"BookletFold", 50},
-    {"BookletFoldStaple", 52},
-    {"SignatureBooklet", 13},
-    {"Left", 93},
-    {"Top", 94},
-    {"Bottom", 95},
-    {"Right", 96},
-    {"Two", 90},
-    {"Three", 91},
-    {"Four", 92},
-};
-
-std::string EnumLine(int value) {
-  return "<value syntax=\"enum\">" + std::to_string(value) + "</value>";
-}
+using test::FinishingEnumLine;
+using test::kFinishingEnumForName;
 
 TEST(PaperOutputExport, EverySingleFinishingValueExportsAsItsName) {
   Finisher f(AllFeatures());
@@ -477,7 +441,7 @@ TEST(PaperOutputExport, EverySingleFinishingValueExportsAsItsName) {
     Ticket ticket;
     WritePaperOutputSettings(ticket, s, nullptr);
     const std::string jotf = Export(ticket);
-    EXPECT_NE(jotf.find(EnumLine(kEnumForName.at(std::string(v.nameKey)))), std::string::npos)
+    EXPECT_NE(jotf.find(FinishingEnumLine(kFinishingEnumForName.at(v.nameKey))), std::string::npos)
         << v.nameKey << "\n"
         << jotf;
   }
@@ -491,8 +455,8 @@ TEST(PaperOutputExport, PunchCountsAndMultipleFinishingExportEveryPart) {
   Ticket ticket;
   WritePaperOutputSettings(ticket, s, nullptr);
   std::string jotf = Export(ticket);
-  EXPECT_NE(jotf.find(EnumLine(96)), std::string::npos);
-  EXPECT_NE(jotf.find(EnumLine(92)), std::string::npos);
+  EXPECT_NE(jotf.find(FinishingEnumLine(96)), std::string::npos);
+  EXPECT_NE(jotf.find(FinishingEnumLine(92)), std::string::npos);
 
   ChooseFinishingOption(s, finishing::kMultiple);
   s.staple2 = 11;
@@ -502,7 +466,7 @@ TEST(PaperOutputExport, PunchCountsAndMultipleFinishingExportEveryPart) {
   WritePaperOutputSettings(ticket, s, nullptr);
   jotf = Export(ticket);
   for (const int e : {29, 1004, 93, 90}) {
-    EXPECT_NE(jotf.find(EnumLine(e)), std::string::npos) << e << "\n" << jotf;
+    EXPECT_NE(jotf.find(FinishingEnumLine(e)), std::string::npos) << e << "\n" << jotf;
   }
 
   ChooseFinishingOption(s, finishing::kCustom);
@@ -526,7 +490,7 @@ TEST(PaperOutputExport, ChoosingAFinishingClearsWhatItDoesNotUse) {
   EXPECT_EQ(s.bookletFoldStaple, 15);
   Ticket ticket;
   WritePaperOutputSettings(ticket, s, nullptr);
-  EXPECT_NE(Export(ticket).find(EnumLine(13)), std::string::npos);
+  EXPECT_NE(Export(ticket).find(FinishingEnumLine(13)), std::string::npos);
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include "host/installable_options.h"
 #include "modal_driver.h"
 #include "panels/paper_output.h"
+#include "support/finishing_enums.h"
 #include "ui/finishing_dialogs.h"
 
 namespace zorva::test {
@@ -43,46 +44,6 @@ class EveryFeature {
   std::vector<std::string> names_;
   std::vector<InstalledFeature> rows_;
 };
-
-// The job ticket's enum for each value's name.
-const std::map<std::string_view, int> kEnumForName = {
-    {"1StapleTopLeft", 20},
-    {"1StapleBottomLeft", 21},
-    {"1StapleTopRight", 22},
-    {"1StapleBottomRight", 23},
-    {"2StaplesLeft", 28},
-    {"2StaplesTop", 29},
-    {"2StaplesRight", 30},
-    {"2StaplesBottom", 31},
-    {"3StaplesLeft", 32},
-    {"3StaplesTop", 33},
-    {"3StaplesRight", 34},
-    {"3StaplesBottom", 35},
-    {"BindLeft", 1011},
-    {"BindTop", 1008},
-    {"BindRight", 1005},
-    {"BindBottom", 1012},
-    {"BiFoldSingleInside", 3},
-    {"BiFoldSingleOutside", 111},
-    {"TriFoldCInside", 1000},
-    {"TriFoldCOutside", 1001},
-    {"ZFoldHalfLeft", 1003},
-    {"ZFoldHalfRight", 1004},
-    {"BookletFold", 50},
-    {"BookletFoldStaple", 52},
-    {"SignatureBooklet", 13},
-    {"Left", 93},
-    {"Top", 94},
-    {"Bottom", 95},
-    {"Right", 96},
-    {"Two", 90},
-    {"Three", 91},
-    {"Four", 92},
-};
-
-std::string EnumLine(int value) {
-  return "<value syntax=\"enum\">" + std::to_string(value) + "</value>";
-}
 
 // Chooses item `pick` (counted from the last) in every shown pop-up, names a
 // custom finishing, and accepts.
@@ -120,7 +81,7 @@ TEST(FinishingDialogs, EveryMenuItemExportsWhatItsDialogNamed) {
       for (const FinishingValue& v : kFinishingValues) {
         if (FinishingFieldValue(s, v.key) != v.value) continue;
         ++named;
-        EXPECT_TRUE(Has(jotf, EnumLine(kEnumForName.at(v.nameKey))))
+        EXPECT_TRUE(Has(jotf, FinishingEnumLine(kFinishingEnumForName.at(v.nameKey))))
             << item.textKey << " " << v.nameKey << "\n"
             << jotf;
       }
