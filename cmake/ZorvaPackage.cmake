@@ -33,6 +33,12 @@ if(TARGET zorva-print)
     DESTINATION "${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps")
 endif()
 
+# The examples the README walks through, for users of the package.
+install(FILES examples/job-settings.plist examples/job-ticket-settings.plist
+              examples/zorva-qm4400.ppd
+  DESTINATION "${CMAKE_INSTALL_DOCDIR}/examples")
+install(DIRECTORY examples/link DESTINATION "${CMAKE_INSTALL_DOCDIR}/examples")
+
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME zorva)
 set(CPACK_PACKAGE_VENDOR "Zorva print features")
