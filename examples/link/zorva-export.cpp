@@ -1,7 +1,7 @@
 // Exports the job ticket of a print-settings ticket, as `zorva jotf export`.
-#include <iostream>
 #include <zorva/core/print_session.h>
 #include <zorva/jobticket/jotf_export.h>
+#include <iostream>
 
 int main(int argc, char** argv) {
   std::optional<zorva::Ticket> ticket = argc == 3 ? zorva::Ticket::Load(argv[1]) : std::nullopt;
