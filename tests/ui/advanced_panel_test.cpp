@@ -23,12 +23,7 @@ class AdvancedPanelTest : public ::testing::Test {
  protected:
   void open() {
     dialog.start();
-    auto* tabs = dialog.find<QComboBox>("Zshl_16");
-    ASSERT_NE(tabs, nullptr);
-    // What a click does: the pop-up shows the item, then reports it.
-    tabs->setCurrentIndex(kAdvancedTab - 1);
-    emit tabs->activated(kAdvancedTab - 1);
-    ASSERT_EQ(dialog.visiblePanel(), kAdvancedTab);
+    dialog.showPanel(kAdvancedTab);
   }
   template <typename T>
   T* control(int number) {

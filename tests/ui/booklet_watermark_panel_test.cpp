@@ -38,11 +38,7 @@ class BookletWatermarkPanelTest : public ::testing::Test {
  protected:
   void open() {
     dialog.start();
-    auto* tabs = dialog.find<QComboBox>("Zshl_16");
-    ASSERT_NE(tabs, nullptr);
-    tabs->setCurrentIndex(kBookletTab - 1);
-    emit tabs->activated(kBookletTab - 1);
-    ASSERT_EQ(dialog.visiblePanel(), kBookletTab);
+    dialog.showPanel(kBookletTab);
   }
   template <typename T>
   T* control(int number) {

@@ -43,11 +43,7 @@ class ImageOptionsPanelTest : public ::testing::Test {
  protected:
   void open() {
     dialog.start();
-    auto* tabs = dialog.find<QComboBox>("Zshl_16");
-    ASSERT_NE(tabs, nullptr);
-    tabs->setCurrentIndex(kImageOptionsTab - 1);
-    emit tabs->activated(kImageOptionsTab - 1);
-    ASSERT_EQ(dialog.visiblePanel(), kImageOptionsTab);
+    dialog.showPanel(kImageOptionsTab);
   }
   template <typename T>
   T* control(const char* prefix, int number) {

@@ -38,11 +38,7 @@ class JobNotesPanelTest : public ::testing::Test {
  protected:
   void open(Dialog& d) {
     d.start();
-    auto* tabs = d.find<QComboBox>("Zshl_16");
-    ASSERT_NE(tabs, nullptr);
-    tabs->setCurrentIndex(kJobNotesTab - 1);
-    emit tabs->activated(kJobNotesTab - 1);
-    ASSERT_EQ(d.visiblePanel(), kJobNotesTab);
+    d.showPanel(kJobNotesTab);
   }
   void open() { open(dialog); }
   QWidget* field(int number, Dialog& d) {

@@ -34,9 +34,7 @@ class JOTFDialogsTest : public ::testing::Test {
  protected:
   void openAdvanced(Dialog& dialog) {
     dialog.start();
-    auto* tabs = dialog.find<QComboBox>("Zshl_16");
-    tabs->setCurrentIndex(5);
-    emit tabs->activated(5);
+    dialog.showPanel(6);
   }
   TempDir dir;
 };

@@ -1,6 +1,8 @@
 // The tests' miniature print dialog.
 #include "plugin_host.h"
 
+#include <QComboBox>
+
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
@@ -85,6 +87,14 @@ void Dialog::start() {
   ASSERT_EQ(prologue(), kNoErr);
   ASSERT_EQ(initialize(), kNoErr);
   ASSERT_EQ(open(), kNoErr);
+}
+
+void Dialog::showPanel(int tab) {
+  auto* tabs = find<QComboBox>("Zshl_16");
+  ASSERT_NE(tabs, nullptr);
+  tabs->setCurrentIndex(tab - 1);
+  emit tabs->activated(tab - 1);
+  ASSERT_EQ(visiblePanel(), tab);
 }
 
 int Dialog::visiblePanel() {

@@ -63,6 +63,9 @@ class Dialog {
   }
   // The shown panel pane's number (ZSgb_<n>), 0 when none shows.
   int visiblePanel();
+  // Picks panel `tab` (1-based) in the tab pop-up as a click does: the
+  // pop-up shows the item, then reports it; the panel must then show.
+  void showPanel(int tab);
 
  private:
   void* instance_ = nullptr;
