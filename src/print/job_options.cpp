@@ -169,7 +169,7 @@ std::string OptionValue(const xmlNode* node, int depth) {
 }  // namespace
 
 std::string QuotedOptionValue(std::string_view text) {
-  constexpr std::string_view kSpecial = " \t\n\r,'\"\\{}=";
+  constexpr std::string_view kSpecial = " \t\n\r\v\f,'\"\\{}=";
   if (!text.empty() && text.find_first_of(kSpecial) == std::string_view::npos) {
     return std::string(text);
   }

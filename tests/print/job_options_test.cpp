@@ -70,7 +70,8 @@ TEST(PPDChoiceOptions, SettingsFirstThenTheTicketsChoicesThePPDOffers) {
 
 TEST(QuotedOptionValue, LibcupsReadsEveryValueBackUnchanged) {
   for (std::string_view value : {"plain", "two words", "a,b", "say \"hi\"", "back\\slash",
-                                 "{braces}", "it's", "a=b", "", "tab\there", "Grüße"}) {
+                                 "{braces}", "it's", "a=b", "", "tab\there", "Grüße",
+                                 "vertical\vtab", "form\ffeed"}) {
     cups_option_t* options = nullptr;
     const std::string text = "name=" + QuotedOptionValue(value);
     const int n = cupsParseOptions(text.c_str(), 0, &options);
