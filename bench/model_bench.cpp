@@ -60,10 +60,10 @@ void BM_ReadExceptionTicket(benchmark::State& state) {
   Array stored;
   for (std::int64_t k = 0; k < n; ++k) stored.push_back(Value(RangeNumber(k, base).asTicket()));
   Ticket ticket;
-  ticket.setArray(kTicketClientPrint, kExceptionListKey, std::move(stored));
+  ticket.setArray(kTicketClientPrint, tkey::kExceptionList, std::move(stored));
   for (auto _ : state) {
     ExceptionPageList list;
-    SyncSpecialPageList(ticket, SyncDirection::FromTicket, kExceptionListKey, list);
+    SyncSpecialPageList(ticket, SyncDirection::FromTicket, tkey::kExceptionList, list);
     benchmark::DoNotOptimize(list.count());
   }
   state.SetItemsProcessed(state.iterations() * n);

@@ -40,9 +40,9 @@ set_target_properties(zorva_static PROPERTIES OUTPUT_NAME zorva)
 # The headers a program needs to build tickets and write or read job tickets,
 # with everything they include.
 set(ZORVA_PUBLIC_HEADERS
-  core/plist_io.h core/print_session.h core/status.h core/ticket.h core/value.h
+  core/plist_io.h core/print_session.h core/status.h core/ticket.h core/ticket_keys.h core/value.h
   jobticket/device_profile.h jobticket/jotf_c_api.h jobticket/jotf_export.h
-  jobticket/jotf_import.h jobticket/jotf_keys.h jobticket/jotf_summary.h model/stock.h)
+  jobticket/jotf_import.h jobticket/jotf_summary.h model/stock.h)
 foreach(header IN LISTS ZORVA_PUBLIC_HEADERS)
   get_filename_component(folder "${header}" DIRECTORY)
   install(FILES "src/${header}" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/zorva/${folder}"

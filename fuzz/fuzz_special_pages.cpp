@@ -91,14 +91,14 @@ void Tickets(const Dictionary& root) {
   SyncCovers(ticket, SyncDirection::ToTicket, front, back);
   InsertList inserts;
   ExceptionPageList exceptions;
-  SyncSpecialPageList(ticket, SyncDirection::FromTicket, kInsertListKey, inserts);
-  SyncSpecialPageList(ticket, SyncDirection::FromTicket, kExceptionListKey, exceptions);
+  SyncSpecialPageList(ticket, SyncDirection::FromTicket, tkey::kInsertList, inserts);
+  SyncSpecialPageList(ticket, SyncDirection::FromTicket, tkey::kExceptionList, exceptions);
   CheckInserts(inserts);
   CheckExceptions(exceptions);
   if (inserts.count() > 1) inserts.demote(inserts.pageAtIndex(0));
-  SyncSpecialPageList(ticket, SyncDirection::ToTicket, kInsertListKey, inserts);
-  SyncSpecialPageList(ticket, SyncDirection::ToTicket, kExceptionListKey, exceptions);
-  if (const Array* stored = root.getArray(kExceptionListKey)) Lists(*stored);
+  SyncSpecialPageList(ticket, SyncDirection::ToTicket, tkey::kInsertList, inserts);
+  SyncSpecialPageList(ticket, SyncDirection::ToTicket, tkey::kExceptionList, exceptions);
+  if (const Array* stored = root.getArray(tkey::kExceptionList)) Lists(*stored);
 }
 
 }  // namespace

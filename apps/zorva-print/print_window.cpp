@@ -283,13 +283,13 @@ void PrintWindow::deletePreset() {
 void PrintWindow::settingsToControls() {
   const Ticket& t = session_->printSettings();
   std::int32_t copies = 1;
-  t.getNumber(kPMCopiesKey, copies);
+  t.getNumber(tkey::kPMCopies, copies);
   copies_->setValue(copies);
-  collate_->setChecked(t.getBoolean(kPMCopyCollateKey).value_or(true));
+  collate_->setChecked(t.getBoolean(tkey::kPMCopyCollate).value_or(true));
   std::int32_t first = 1;
   std::int32_t last = kAllPages;
-  t.getNumber(kPMFirstPageKey, first);
-  t.getNumber(kPMLastPageKey, last);
+  t.getNumber(tkey::kPMFirstPage, first);
+  t.getNumber(tkey::kPMLastPage, last);
   const bool all = first <= 1 && last >= kAllPages;
   (all ? allPages_ : somePages_)->setChecked(true);
   from_->setEnabled(!all);
@@ -297,7 +297,7 @@ void PrintWindow::settingsToControls() {
   from_->setValue(all ? 1 : first);
   to_->setValue(all ? 1 : last);
   std::int32_t orientation = 0;
-  session_->pageFormat().getNumber(kPageFormatOrientationKey, orientation);
+  session_->pageFormat().getNumber(tkey::kPMOrientation, orientation);
   orientation_->setCurrentIndex(orientation >= 0 && orientation < 4 ? orientation : 0);
   paper_->clear();
   std::optional<std::string> choice = PPDCopyCurrentChoice(t, "PageSize");
@@ -312,21 +312,21 @@ void PrintWindow::settingsToControls() {
 void PrintWindow::controlsToSettings() {
   if (!session_) return;
   Ticket& t = session_->printSettings();
-  t.setNumber(kTicketClientSystem, kPMCopiesKey, copies_->value());
-  t.setBoolean(kTicketClientSystem, kPMCopyCollateKey, collate_->isChecked());
+  t.setNumber(kTicketClientSystem, tkey::kPMCopies, copies_->value());
+  t.setBoolean(kTicketClientSystem, tkey::kPMCopyCollate, collate_->isChecked());
   const bool all = allPages_->isChecked();
-  t.setNumber(kTicketClientSystem, kPMFirstPageKey, all ? 1 : from_->value());
-  t.setNumber(kTicketClientSystem, kPMLastPageKey,
+  t.setNumber(kTicketClientSystem, tkey::kPMFirstPage, all ? 1 : from_->value());
+  t.setNumber(kTicketClientSystem, tkey::kPMLastPage,
               all ? kAllPages : std::max(from_->value(), to_->value()));
   Ticket& page = session_->pageFormat();
-  page.setNumber(kTicketClientSystem, kPageFormatOrientationKey, orientation_->currentIndex());
+  page.setNumber(kTicketClientSystem, tkey::kPMOrientation, orientation_->currentIndex());
   const int index = paper_->currentIndex();
   if (index >= 0 && static_cast<std::size_t>(index) < papers_.size()) {
     const PPDPaperSize& p = papers_[static_cast<std::size_t>(index)];
     PPDSetCurrentChoice(t, "PageSize", p.choice);
     if (p.width > 0 && p.length > 0) {
-      page.setReal(kTicketClientSystem, kPageFormatPaperWidthKey, p.width);
-      page.setReal(kTicketClientSystem, kPageFormatPaperLengthKey, p.length);
+      page.setReal(kTicketClientSystem, tkey::kPMPaperWidth, p.width);
+      page.setReal(kTicketClientSystem, tkey::kPMPaperLength, p.length);
     }
   }
 }

@@ -67,10 +67,9 @@ void Export(const JotfArgs& args) {
   PrintSession session;
   session.printSettings() = LoadTicketFile(args.input);
   if (page) {
-    session.pageFormat().setReal(kTicketClientSystem, kPageFormatPaperWidthKey, page->width);
-    session.pageFormat().setReal(kTicketClientSystem, kPageFormatPaperLengthKey, page->length);
-    session.pageFormat().setNumber(kTicketClientSystem, kPageFormatOrientationKey,
-                                   page->orientation);
+    session.pageFormat().setReal(kTicketClientSystem, tkey::kPMPaperWidth, page->width);
+    session.pageFormat().setReal(kTicketClientSystem, tkey::kPMPaperLength, page->length);
+    session.pageFormat().setNumber(kTicketClientSystem, tkey::kPMOrientation, page->orientation);
   }
   SetCurrentPrintSession(&session);
   std::string reason;

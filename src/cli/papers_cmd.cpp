@@ -17,9 +17,9 @@
 #include "cli/value_text.h"
 #include "core/bundle.h"
 #include "core/plist_io.h"
+#include "core/ticket_keys.h"
 #include "host/keyword_tables.h"
 #include "host/setting_map.h"
-#include "jobticket/jotf_keys.h"
 #include "paper/stock_library.h"
 #include "paper/stock_library_view.h"
 #include "paper/stock_status.h"
@@ -266,7 +266,7 @@ void UsePaper(const PaperArgs& a) {
   const StockLibrary entry = *list.entry(uuid);
   Stock stock = entry.stock();
   const bool repaired = validateAndFixStockEntry(stock);
-  if (ticket.setDictionary(kTicketClientPrint, jotfkey::kJobLevelStock, stock.asTicket()) != 0) {
+  if (ticket.setDictionary(kTicketClientPrint, tkey::kJobLevelStock, stock.asTicket()) != 0) {
     FailRuntime("the ticket's job paper is locked");
   }
   SaveTicketFile(ticket, a.ticket);

@@ -3,8 +3,8 @@
 
 #include <array>
 
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_commands.h"
-#include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_maps.h"
 #include "jobticket/jotf_read.h"
 
@@ -25,38 +25,38 @@ bool ProfileIsBuiltIn(const Dictionary* options, std::string_view key) {
 }
 
 void FillAdjustments(FULLCOLORDATA* c, const Dictionary* options) {
-  c->lightness = ReadInt32(options, jotfkey::kFCLightness);
-  c->contrast = ReadInt32(options, jotfkey::kFCContrast);
-  c->saturation = ReadInt32(options, jotfkey::kFCSaturation);
-  const Dictionary* cast = jotf::ReadDictionary(options, jotfkey::kFCColorCast);
-  c->cyanRed = ReadInt32(cast, jotfkey::kFCCyanRed);
-  c->magentaGreen = ReadInt32(cast, jotfkey::kFCMagentaGreen);
-  c->yellowBlue = ReadInt32(cast, jotfkey::kFCYellowBlue);
+  c->lightness = ReadInt32(options, tkey::kFCLightness);
+  c->contrast = ReadInt32(options, tkey::kFCContrast);
+  c->saturation = ReadInt32(options, tkey::kFCSaturation);
+  const Dictionary* cast = jotf::ReadDictionary(options, tkey::kFCColorCast);
+  c->cyanRed = ReadInt32(cast, tkey::kFCCyanRed);
+  c->magentaGreen = ReadInt32(cast, tkey::kFCMagentaGreen);
+  c->yellowBlue = ReadInt32(cast, tkey::kFCYellowBlue);
 }
 
 void FillTrappingAndCurve(FULLCOLORDATA* c, const Dictionary* options) {
-  c->trapping = ReadInt32(options, jotfkey::kFCTrapping);
-  c->trapWidthFast = ReadInt32(options, jotfkey::kFCTrappingFast);
-  c->trapWidthSlow = ReadInt32(options, jotfkey::kFCTrappingSlow);
-  c->blackOverprint = ReadInt32(options, jotfkey::kFCBlackOverprint);
-  c->trc = jotf::ReadEscaped(options, jotfkey::kFCTRC);
+  c->trapping = ReadInt32(options, tkey::kFCTrapping);
+  c->trapWidthFast = ReadInt32(options, tkey::kFCTrappingFast);
+  c->trapWidthSlow = ReadInt32(options, tkey::kFCTrappingSlow);
+  c->blackOverprint = ReadInt32(options, tkey::kFCBlackOverprint);
+  c->trc = jotf::ReadEscaped(options, tkey::kFCTRC);
 }
 
 void FillProfiles(FULLCOLORDATA* c, const Dictionary* options) {
-  c->rgbImages = ProfileName(options, jotfkey::kRGBImagesProfile);
-  c->rgbTextAndGraphics = ProfileName(options, jotfkey::kRGBTextAndGraphicsProfile);
-  c->cmykImages = ProfileName(options, jotfkey::kCMYKImagesProfile);
-  c->cmykTextAndGraphics = ProfileName(options, jotfkey::kCMYKTextAndGraphicsProfile);
-  c->grayImages = ProfileName(options, jotfkey::kGrayImagesProfile);
-  c->grayTextAndGraphics = ProfileName(options, jotfkey::kGrayTextAndGraphicsProfile);
-  c->destinationName = ProfileName(options, jotfkey::kDestinationProfile);
-  c->destinationSystem = ProfileIsBuiltIn(options, jotfkey::kDestinationProfile);
+  c->rgbImages = ProfileName(options, tkey::kRGBImagesProfile);
+  c->rgbTextAndGraphics = ProfileName(options, tkey::kRGBTextAndGraphicsProfile);
+  c->cmykImages = ProfileName(options, tkey::kCMYKImagesProfile);
+  c->cmykTextAndGraphics = ProfileName(options, tkey::kCMYKTextAndGraphicsProfile);
+  c->grayImages = ProfileName(options, tkey::kGrayImagesProfile);
+  c->grayTextAndGraphics = ProfileName(options, tkey::kGrayTextAndGraphicsProfile);
+  c->destinationName = ProfileName(options, tkey::kDestinationProfile);
+  c->destinationSystem = ProfileIsBuiltIn(options, tkey::kDestinationProfile);
 }
 
 void FillRenderings(FULLCOLORDATA* c, const Dictionary* options) {
-  c->imageRendering = ReadInt32(options, jotfkey::kImageRendering);
-  c->textRendering = ReadInt32(options, jotfkey::kTextRendering);
-  c->graphicRendering = ReadInt32(options, jotfkey::kGraphicRendering);
+  c->imageRendering = ReadInt32(options, tkey::kImageRendering);
+  c->textRendering = ReadInt32(options, tkey::kTextRendering);
+  c->graphicRendering = ReadInt32(options, tkey::kGraphicRendering);
 }
 
 void Command(const JotfSink* sink, int code, const std::optional<std::int32_t>& value) {
@@ -123,11 +123,10 @@ void WriteColorMembers(const JotfSink* sink, const char* collection,
 // RGB when all three of Red, Green, Blue are there, else HSV when all three
 // of Hue, Saturation, Value are; otherwise no collection.
 void WriteCustomColor(const JotfSink* sink, const Dictionary* color) {
-  const auto r = ReadInt32(color, jotfkey::kColorRed), g = ReadInt32(color, jotfkey::kColorGreen),
-             b = ReadInt32(color, jotfkey::kColorBlue);
-  const auto h = ReadInt32(color, jotfkey::kColorHue),
-             s = ReadInt32(color, jotfkey::kColorSaturation),
-             v = ReadInt32(color, jotfkey::kColorValue);
+  const auto r = ReadInt32(color, tkey::kColorRed), g = ReadInt32(color, tkey::kColorGreen),
+             b = ReadInt32(color, tkey::kColorBlue);
+  const auto h = ReadInt32(color, tkey::kColorHue), s = ReadInt32(color, tkey::kColorSaturation),
+             v = ReadInt32(color, tkey::kColorValue);
   const bool rgb = r && g && b;
   if (!rgb && !(h && s && v)) return;
   JotfWrite(sink, "\t\t<highlight-colorant-color-custom-col syntax=\"collection\">\n");
@@ -191,7 +190,7 @@ void WriteJOTFFullColorOptions(const Dictionary* options) {
 }
 
 void WriteJOTFHighlightColor(const Dictionary* options) {
-  const std::optional<std::int32_t> printing = ReadInt32(options, jotfkey::kHighlightPrintingColor);
+  const std::optional<std::int32_t> printing = ReadInt32(options, tkey::kHighlightPrintingColor);
   if (!printing) return;
   if (const char* colorant = JotfKeywordFor(JotfHighlightColorantMap, *printing)) {
     JotfPrintf(&writeData, "\t\t<highlight-colorant syntax=\"keyword\">%s</highlight-colorant>\n",
@@ -202,12 +201,12 @@ void WriteJOTFHighlightColor(const Dictionary* options) {
   JotfPrintf(&writeData,
              "\t\t<highlight-colorant-color syntax=\"name\" "
              "xml:space=\"preserve\">zorva-custom-color-%d</highlight-colorant-color>\n",
-             jotf::ReadInt32Or(options, jotfkey::kHighlightCustomColorIndex, 1));
-  WriteCustomColor(&writeData, jotf::ReadDictionary(options, jotfkey::kHighlightCustomColor));
+             jotf::ReadInt32Or(options, tkey::kHighlightCustomColorIndex, 1));
+  WriteCustomColor(&writeData, jotf::ReadDictionary(options, tkey::kHighlightCustomColor));
 }
 
 void WriteJOTFHalftone(const Dictionary* settings) {
-  const std::int32_t screen = jotf::ReadInt32Or(settings, jotfkey::kHalftoneScreen, 0);
+  const std::int32_t screen = jotf::ReadInt32Or(settings, tkey::kHalftoneScreen, 0);
   const char* keyword = JotfKeywordFor(JotfHalftoneMap, screen);
   if (!keyword) return;
   JotfPrintf(&writeData, "\t\t<halftone-graphics syntax=\"keyword\">%s</halftone-graphics>\n",

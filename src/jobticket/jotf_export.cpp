@@ -19,8 +19,8 @@
 #include <sstream>
 
 #include "core/file_io.h"
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_frame.h"
-#include "jobticket/jotf_keys.h"
 
 namespace zorva {
 
@@ -107,16 +107,16 @@ bool InControllerCharset(std::string_view utf8) {
 }
 
 void AddJOTFHostTicketItems(Ticket& ticket) {
-  ticket.setDictionary(kTicketClientSystem, jotfkey::kOptions,
-                       Dictionary{{std::string(jotfkey::kOptionAll), Value(true)}});
-  ticket.remove(jotfkey::kRotateBooklet180);
-  ticket.setString(kTicketClientSystem, jotfkey::kControllerFamily, kJotfControllerFamily);
-  ticket.setString(kTicketClientSystem, jotfkey::kControllerVersion, kJotfControllerVersion);
-  SetOrRemove(ticket, jotfkey::kClientUserName, UserName());
+  ticket.setDictionary(kTicketClientSystem, tkey::kOptions,
+                       Dictionary{{std::string(tkey::kOptionAll), Value(true)}});
+  ticket.remove(tkey::kRotateBooklet180);
+  ticket.setString(kTicketClientSystem, tkey::kControllerFamily, kJotfControllerFamily);
+  ticket.setString(kTicketClientSystem, tkey::kControllerVersion, kJotfControllerVersion);
+  SetOrRemove(ticket, tkey::kClientUserName, UserName());
   std::optional<std::string> computer = ComputerName();
   if (computer && !InControllerCharset(*computer)) computer.reset();
-  SetOrRemove(ticket, jotfkey::kClientComputerName, computer);
-  SetOrRemove(ticket, jotfkey::kClientIPAddress, IPv4Address());
+  SetOrRemove(ticket, tkey::kClientComputerName, computer);
+  SetOrRemove(ticket, tkey::kClientIPAddress, IPv4Address());
 }
 
 Dictionary JOTFSettingsFromTicket(const Ticket& ticket) {

@@ -5,10 +5,10 @@
 // written again. Servers in the field are matched to that output, so it stays.
 #include <string>
 
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_commands.h"
 #include "jobticket/jotf_finishing.h"
 #include "jobticket/jotf_job_attributes.h"
-#include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_maps.h"
 #include "jobticket/jotf_read.h"
 
@@ -30,7 +30,7 @@ const FinishingChoice* ChoiceFor(std::int32_t option) {
 std::int32_t StapleFrom(const Dictionary* settings, std::string_view key) {
   if (key != kAnyStaple) return JotfStapleCodeForValue(ReadInt32Or(settings, key, 0));
   for (std::string_view k :
-       {jotfkey::kFinishingStaple1, jotfkey::kFinishingStaple2, jotfkey::kFinishingStapleCenter}) {
+       {tkey::kFinishingStaple1, tkey::kFinishingStaple2, tkey::kFinishingStapleCenter}) {
     const std::int32_t code = JotfStapleCodeForValue(ReadInt32Or(settings, k, 0));
     if (code != -1) return code;
   }
@@ -47,14 +47,13 @@ void FillFromChoice(FINISHINGDATA* f, const FinishingChoice& c, const Dictionary
   if (!c.stapleKey.empty()) f->staple = StapleFrom(settings, c.stapleKey);
   if (!c.foldKey.empty()) f->fold = FoldFrom(settings, c.foldKey);
   if (c.punch) {
-    f->punch = Map(JotfPunchValueMap, ReadInt32Or(settings, jotfkey::kFinishingHolePunch, 0));
-    f->punchHoles =
-        c.holes != 0
-            ? c.holes
-            : Map(JotfHoleCountMap, ReadInt32Or(settings, jotfkey::kFinishingHolePunchOptions, 0));
+    f->punch = Map(JotfPunchValueMap, ReadInt32Or(settings, tkey::kFinishingHolePunch, 0));
+    f->punchHoles = c.holes != 0 ? c.holes
+                                 : Map(JotfHoleCountMap,
+                                       ReadInt32Or(settings, tkey::kFinishingHolePunchOptions, 0));
   }
   if (c.custom) {
-    std::optional<std::string> name = jotf::ReadEscaped(settings, jotfkey::kFinishingCustom);
+    std::optional<std::string> name = jotf::ReadEscaped(settings, tkey::kFinishingCustom);
     if (name && !name->empty()) f->templateName = std::move(name);
   }
 }
@@ -113,21 +112,21 @@ int WriteJotfFinishing(const JotfSink* sink, const FINISHINGDATA* f) {
 
 void FillFinishingData(FINISHINGDATA* finishing, const Dictionary* settings) {
   *finishing = FINISHINGDATA{};
-  const FinishingChoice* choice = ChoiceFor(ReadInt32Or(settings, jotfkey::kFinishingOptions, 0));
+  const FinishingChoice* choice = ChoiceFor(ReadInt32Or(settings, tkey::kFinishingOptions, 0));
   if (choice) FillFromChoice(finishing, *choice, settings);
 }
 
 void WriteJOTFOffset(const Dictionary* settings) {
-  const std::int32_t offset = ReadInt32Or(settings, jotfkey::kFinishingOffset, 0);
+  const std::int32_t offset = ReadInt32Or(settings, tkey::kFinishingOffset, 0);
   if (offset >= 2 && offset <= 5) WriteJotfCommands(&writeData, kJotfJobOffset, offset - 2);
-  if (ReadInt32Or(settings, jotfkey::kFinishingOffsetEnableSubset, 0) == 0) return;
-  if (const auto pages = ReadInt32(settings, jotfkey::kFinishingOffsetPagesPerSubset)) {
+  if (ReadInt32Or(settings, tkey::kFinishingOffsetEnableSubset, 0) == 0) return;
+  if (const auto pages = ReadInt32(settings, tkey::kFinishingOffsetPagesPerSubset)) {
     WriteJotfCommands(&writeData, kJotfPagesPerSubset, *pages);
   }
 }
 
 void WriteJOTFFinishing(const Dictionary* settings) {
-  if (ReadInt32(settings, jotfkey::kFinishingSlipSheet) == 2) {
+  if (ReadInt32(settings, tkey::kFinishingSlipSheet) == 2) {
     WriteJotfCommands(&writeData, kJotfSeparatorSheets, 0);
   }
   FINISHINGDATA finishing;

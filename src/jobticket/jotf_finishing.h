@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "jobticket/jotf_keys.h"
+#include "core/ticket_keys.h"
 
 namespace zorva {
 
@@ -47,23 +47,23 @@ struct FinishingChoice {
 inline constexpr std::string_view kAnyStaple = "*";
 
 inline constexpr FinishingChoice kFinishingChoices[] = {
-    {.option = finishing::kOneStaple, .stapleKey = jotfkey::kFinishingStaple1},
-    {.option = finishing::kTwoStaples, .stapleKey = jotfkey::kFinishingStaple2},
-    {.option = finishing::kCenterStaple, .stapleKey = jotfkey::kFinishingStapleCenter},
-    {.option = finishing::kBind, .foldKey = jotfkey::kFinishingBind},
+    {.option = finishing::kOneStaple, .stapleKey = tkey::kFinishingStaple1},
+    {.option = finishing::kTwoStaples, .stapleKey = tkey::kFinishingStaple2},
+    {.option = finishing::kCenterStaple, .stapleKey = tkey::kFinishingStapleCenter},
+    {.option = finishing::kBind, .foldKey = tkey::kFinishingBind},
     {.option = finishing::kTwoHolePunch, .punch = true, .holes = 35},
     {.option = finishing::kThreeHolePunch, .punch = true, .holes = 36},
     {.option = finishing::kFourHolePunch, .punch = true, .holes = 37},
-    {.option = finishing::kFold, .foldKey = jotfkey::kFinishingFold},
-    {.option = finishing::kZFoldHalfSheet, .foldKey = jotfkey::kFinishingZFold},
+    {.option = finishing::kFold, .foldKey = tkey::kFinishingFold},
+    {.option = finishing::kZFoldHalfSheet, .foldKey = tkey::kFinishingZFold},
     {.option = finishing::kMultiple,
      .stapleKey = kAnyStaple,
-     .foldKey = jotfkey::kFinishingZFold,
+     .foldKey = tkey::kFinishingZFold,
      .punch = true,
      .holes = 0},
-    {.option = finishing::kSignatureBooklet, .foldKey = jotfkey::kBookletFoldStaple},
+    {.option = finishing::kSignatureBooklet, .foldKey = tkey::kBookletFoldStaple},
     {.option = finishing::kCustom, .custom = true},
-    {.option = finishing::kBooklet, .foldKey = jotfkey::kBookletFoldStaple},
+    {.option = finishing::kBooklet, .foldKey = tkey::kBookletFoldStaple},
 };
 
 constexpr const FinishingChoice* FindFinishingChoice(std::int32_t option) {
@@ -87,41 +87,41 @@ struct FinishingValue {
 // punch table, fold, bind and booklet values are fold codes themselves;
 // punch options are hole counts.
 inline constexpr FinishingValue kFinishingValues[] = {
-    {jotfkey::kFinishingStaple1, 5, "1StapleTL", "1StapleTopLeft"},
-    {jotfkey::kFinishingStaple1, 7, "1StapleTR", "1StapleTopRight"},
-    {jotfkey::kFinishingStaple1, 6, "1StapleBL", "1StapleBottomLeft"},
-    {jotfkey::kFinishingStaple1, 8, "1StapleBR", "1StapleBottomRight"},
-    {jotfkey::kFinishingStaple2, 10, "2StaplesL", "2StaplesLeft"},
-    {jotfkey::kFinishingStaple2, 11, "2StaplesT", "2StaplesTop"},
-    {jotfkey::kFinishingStaple2, 13, "2StaplesR", "2StaplesRight"},
-    {jotfkey::kFinishingStaple2, 12, "2StaplesB", "2StaplesBottom"},
-    {jotfkey::kFinishingStapleCenter, 26, "1StapleL", "3StaplesLeft"},
-    {jotfkey::kFinishingStapleCenter, 27, "1StapleT", "3StaplesTop"},
-    {jotfkey::kFinishingStapleCenter, 29, "1StapleR", "3StaplesRight"},
-    {jotfkey::kFinishingStapleCenter, 28, "1StapleB", "3StaplesBottom"},
-    {jotfkey::kFinishingBind, 25, "BindLeft", "BindLeft"},
-    {jotfkey::kFinishingBind, 26, "BindTop", "BindTop"},
-    {jotfkey::kFinishingBind, 28, "BindRight", "BindRight"},
-    {jotfkey::kFinishingBind, 30, "BindBottom", "BindBottom"},
-    {jotfkey::kFinishingFold, 9, "BiFoldSingleInside", "BiFoldSingleInside"},
-    {jotfkey::kFinishingFold, 10, "BiFoldSingleOutside", "BiFoldSingleOutside"},
-    {jotfkey::kFinishingFold, 11, "CFoldSingleInside", "TriFoldCInside"},
-    {jotfkey::kFinishingFold, 12, "CFoldSingleOutside", "TriFoldCOutside"},
-    {jotfkey::kFinishingZFold, 21, "ZFoldHalfLeft", "ZFoldHalfLeft"},
-    {jotfkey::kFinishingZFold, 22, "ZFoldHalfRight", "ZFoldHalfRight"},
-    {jotfkey::kBookletFoldStaple, 13, "BiFoldMultiple", "BookletFold"},
-    {jotfkey::kBookletFoldStaple, 14, "BiFoldStapleMultiple", "BookletFoldStaple"},
-    {jotfkey::kBookletFoldStaple, 15, "SBM", "SignatureBooklet"},
+    {tkey::kFinishingStaple1, 5, "1StapleTL", "1StapleTopLeft"},
+    {tkey::kFinishingStaple1, 7, "1StapleTR", "1StapleTopRight"},
+    {tkey::kFinishingStaple1, 6, "1StapleBL", "1StapleBottomLeft"},
+    {tkey::kFinishingStaple1, 8, "1StapleBR", "1StapleBottomRight"},
+    {tkey::kFinishingStaple2, 10, "2StaplesL", "2StaplesLeft"},
+    {tkey::kFinishingStaple2, 11, "2StaplesT", "2StaplesTop"},
+    {tkey::kFinishingStaple2, 13, "2StaplesR", "2StaplesRight"},
+    {tkey::kFinishingStaple2, 12, "2StaplesB", "2StaplesBottom"},
+    {tkey::kFinishingStapleCenter, 26, "1StapleL", "3StaplesLeft"},
+    {tkey::kFinishingStapleCenter, 27, "1StapleT", "3StaplesTop"},
+    {tkey::kFinishingStapleCenter, 29, "1StapleR", "3StaplesRight"},
+    {tkey::kFinishingStapleCenter, 28, "1StapleB", "3StaplesBottom"},
+    {tkey::kFinishingBind, 25, "BindLeft", "BindLeft"},
+    {tkey::kFinishingBind, 26, "BindTop", "BindTop"},
+    {tkey::kFinishingBind, 28, "BindRight", "BindRight"},
+    {tkey::kFinishingBind, 30, "BindBottom", "BindBottom"},
+    {tkey::kFinishingFold, 9, "BiFoldSingleInside", "BiFoldSingleInside"},
+    {tkey::kFinishingFold, 10, "BiFoldSingleOutside", "BiFoldSingleOutside"},
+    {tkey::kFinishingFold, 11, "CFoldSingleInside", "TriFoldCInside"},
+    {tkey::kFinishingFold, 12, "CFoldSingleOutside", "TriFoldCOutside"},
+    {tkey::kFinishingZFold, 21, "ZFoldHalfLeft", "ZFoldHalfLeft"},
+    {tkey::kFinishingZFold, 22, "ZFoldHalfRight", "ZFoldHalfRight"},
+    {tkey::kBookletFoldStaple, 13, "BiFoldMultiple", "BookletFold"},
+    {tkey::kBookletFoldStaple, 14, "BiFoldStapleMultiple", "BookletFoldStaple"},
+    {tkey::kBookletFoldStaple, 15, "SBM", "SignatureBooklet"},
     // Punch edge; the hole count comes from the menu item or the options
     // entry, and the feature needed is the count's digit and this
     // ("3HolePunchL"). A count's feature is likewise the prefix of its edges'.
-    {jotfkey::kFinishingHolePunch, 32, "HolePunchL", "Left"},
-    {jotfkey::kFinishingHolePunch, 33, "HolePunchT", "Top"},
-    {jotfkey::kFinishingHolePunch, 34, "HolePunchR", "Right"},
-    {jotfkey::kFinishingHolePunch, 35, "HolePunchB", "Bottom"},
-    {jotfkey::kFinishingHolePunchOptions, 2, "2HolePunch", "Two"},
-    {jotfkey::kFinishingHolePunchOptions, 3, "3HolePunch", "Three"},
-    {jotfkey::kFinishingHolePunchOptions, 4, "4HolePunch", "Four"},
+    {tkey::kFinishingHolePunch, 32, "HolePunchL", "Left"},
+    {tkey::kFinishingHolePunch, 33, "HolePunchT", "Top"},
+    {tkey::kFinishingHolePunch, 34, "HolePunchR", "Right"},
+    {tkey::kFinishingHolePunch, 35, "HolePunchB", "Bottom"},
+    {tkey::kFinishingHolePunchOptions, 2, "2HolePunch", "Two"},
+    {tkey::kFinishingHolePunchOptions, 3, "3HolePunch", "Three"},
+    {tkey::kFinishingHolePunchOptions, 4, "4HolePunch", "Four"},
 };
 
 }  // namespace zorva

@@ -2,8 +2,8 @@
 // (`forms-col`), or saving the job as a new form (`form-save`).
 #include <climits>
 
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_job_attributes.h"
-#include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_read.h"
 #include "jobticket/jotf_special_pages.h"
 
@@ -29,7 +29,7 @@ void WriteMerge(const JotfSink* sink, const Dictionary* forms, const std::string
   JotfPrintf(sink, "\t\t\t\t<form-name syntax=\"name\" xml:space=\"preserve\">%.*s</form-name>\n",
              Precision(name), name.c_str());
   JotfPrintf(sink, "\t\t\t\t<form-cycle-start syntax=\"integer\">%d</form-cycle-start>\n",
-             jotf::ReadInt32Or(forms, jotfkey::kCyclePages, kDefaultCyclePages));
+             jotf::ReadInt32Or(forms, tkey::kCyclePages, kDefaultCyclePages));
   JotfPrintf(sink, "\t\t\t\t<forms-x-image-shift syntax=\"integer\">%d</forms-x-image-shift>\n",
              shift.x1);
   JotfPrintf(sink, "\t\t\t\t<forms-y-image-shift syntax=\"integer\">%d</forms-y-image-shift>\n",
@@ -62,14 +62,14 @@ void WriteSave(const JotfSink* sink, const std::string& name) {
 }  // namespace
 
 void WriteJOTFBackgroundForms(const Dictionary* settings) {
-  const Dictionary* forms = jotf::ReadDictionary(settings, jotfkey::kBackgroundForms);
-  const std::int32_t choice = jotf::ReadInt32Or(forms, jotfkey::kUseExistingForm, 1);
+  const Dictionary* forms = jotf::ReadDictionary(settings, tkey::kBackgroundForms);
+  const std::int32_t choice = jotf::ReadInt32Or(forms, tkey::kUseExistingForm, 1);
   if (choice == kMergeWithExistingForm) {
-    if (const auto name = jotf::ReadEscaped(forms, jotfkey::kMergeWithString)) {
+    if (const auto name = jotf::ReadEscaped(forms, tkey::kMergeWithString)) {
       WriteMerge(&writeData, forms, *name);
     }
   } else if (choice == kCreateNewForm) {
-    if (const auto name = jotf::ReadEscaped(forms, jotfkey::kNewFormString)) {
+    if (const auto name = jotf::ReadEscaped(forms, tkey::kNewFormString)) {
       WriteSave(&writeData, *name);
     }
   }

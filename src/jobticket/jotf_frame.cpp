@@ -4,9 +4,9 @@
 
 #include <array>
 
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_color.h"
 #include "jobticket/jotf_job_attributes.h"
-#include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_media.h"
 #include "jobticket/jotf_special_pages.h"
 
@@ -32,15 +32,15 @@ struct Sections {
 
 Sections SectionsFor(const Dictionary& options, const Dictionary& settings) {
   Sections s;
-  s.all = options.contains(jotfkey::kOptionAll);
-  s.covers = options.contains(jotfkey::kOptionCovers);
-  s.inserts = options.contains(jotfkey::kOptionInserts);
-  s.exceptions = options.contains(jotfkey::kOptionExceptions);
-  s.full = s.all ||
-           (s.covers &&
-            (settings.contains(jotfkey::kFrontCover) || settings.contains(jotfkey::kBackCover))) ||
-           (s.inserts && settings.contains(jotfkey::kInsertList)) ||
-           (s.exceptions && settings.contains(jotfkey::kExceptionList));
+  s.all = options.contains(tkey::kOptionAll);
+  s.covers = options.contains(tkey::kOptionCovers);
+  s.inserts = options.contains(tkey::kOptionInserts);
+  s.exceptions = options.contains(tkey::kOptionExceptions);
+  s.full =
+      s.all ||
+      (s.covers && (settings.contains(tkey::kFrontCover) || settings.contains(tkey::kBackCover))) ||
+      (s.inserts && settings.contains(tkey::kInsertList)) ||
+      (s.exceptions && settings.contains(tkey::kExceptionList));
   return s;
 }
 
@@ -52,13 +52,13 @@ const Dictionary* Entry(const Dictionary& settings, std::string_view key) {
 // The colour and image writers, in the order the printer's server expects.
 void WriteImageSections(const Dictionary& settings) {
   WriteJOTFHighlightColor(&settings);
-  if (const Dictionary* shift = Entry(settings, jotfkey::kImageShiftJob)) {
+  if (const Dictionary* shift = Entry(settings, tkey::kImageShiftJob)) {
     WriteJOTFImageShift(shift);
   }
-  if (const Dictionary* highlight = Entry(settings, jotfkey::kHighlightColorOptionsJob)) {
+  if (const Dictionary* highlight = Entry(settings, tkey::kHighlightColorOptionsJob)) {
     WriteJOTFHighlightColor(highlight);
   }
-  if (const Dictionary* color = Entry(settings, jotfkey::kFullColorOptions)) {
+  if (const Dictionary* color = Entry(settings, tkey::kFullColorOptions)) {
     WriteJOTFFullColorOptions(color);
   }
 }
@@ -148,7 +148,7 @@ int WriteJotfTrailer(const JotfSink* sink) {
 }
 
 void WriteJOTF(std::FILE* out, const Dictionary* settings) {
-  const Dictionary* options = settings ? settings->getDictionary(jotfkey::kOptions) : nullptr;
+  const Dictionary* options = settings ? settings->getDictionary(tkey::kOptions) : nullptr;
   if (!options) return;
   jotf_ofp = out;
   const Sections s = SectionsFor(*options, *settings);

@@ -13,8 +13,8 @@
 #include <iostream>
 
 #include "core/text.h"
+#include "core/ticket_keys.h"
 #include "jobticket/device_profile.h"
-#include "jobticket/jotf_keys.h"
 
 namespace zorva {
 

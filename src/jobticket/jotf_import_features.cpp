@@ -5,11 +5,11 @@
 #include <charconv>
 #include <functional>
 
+#include "core/ticket_keys.h"
 #include "host/keyword_tables.h"
 #include "jobticket/device_profile.h"
 #include "jobticket/jotf_commands.h"
 #include "jobticket/jotf_import.h"
-#include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_maps.h"
 #include "jobticket/jotf_media.h"
 #include "model/stock.h"
@@ -18,7 +18,7 @@ namespace zorva {
 
 namespace {
 
-namespace key = jotfkey;
+namespace key = tkey;
 
 // Finds an element by a path below some base (the group's start node, or an
 // element such as a cover's `media-col`).
@@ -674,7 +674,7 @@ void ApplyShift(const Dictionary* feature, const JotfImportContext* ctx) {
     Dictionary& d = Sub(*ctx->settings, forms ? key::kBackgroundForms : key::kImageShiftJob);
     SetInt(d, row.sub, *n->number());
     d.set(key::kFullPrecision, Value(true));
-    if (!forms) SetInt(d, "Option", kImageShiftCustomOption);
+    if (!forms) SetInt(d, key::kImageShiftOption, kImageShiftCustomOption);
   }
 }
 

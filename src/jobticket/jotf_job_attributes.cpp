@@ -5,8 +5,8 @@
 
 #include <charconv>
 
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_commands.h"
-#include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_maps.h"
 #include "jobticket/jotf_read.h"
 #include "jobticket/jotf_special_pages.h"
@@ -46,20 +46,20 @@ void WriteAsIs(const Dictionary* settings, std::string_view key, int code) {
 }  // namespace
 
 void WriteJOTFDuplex(const Dictionary* settings) {
-  std::optional<std::int32_t> duplex = ReadInt32(settings, jotfkey::kFinishingDuplex);
-  if (!duplex) duplex = ReadInt32(settings, jotfkey::kPMDuplexing);
+  std::optional<std::int32_t> duplex = ReadInt32(settings, tkey::kFinishingDuplex);
+  if (!duplex) duplex = ReadInt32(settings, tkey::kPMDuplexing);
   WriteJotfCommands(&writeData, kJotfSides,
                     CommandValue(JotfDuplexMap, kJotfSides, duplex).value_or(0));
 }
 
 void WriteJOTFOutputDestination(const Dictionary* settings) {
   const auto bin = CommandValue(JotfOutputDestinationMap, kJotfOutputBin,
-                                ReadInt32(settings, jotfkey::kOutputDestination));
+                                ReadInt32(settings, tkey::kOutputDestination));
   if (bin) WriteJotfCommands(&writeData, kJotfOutputBin, *bin);
 }
 
 void WriteJOTFResolution(const Dictionary* settings) {
-  const std::optional<std::int32_t> v = ReadInt32(settings, jotfkey::kResolution);
+  const std::optional<std::int32_t> v = ReadInt32(settings, tkey::kResolution);
   const char* keyword = v ? JotfKeywordFor(JotfResolutionMap, *v) : nullptr;
   std::int32_t crossFeed = 0, feedDirection = 0;
   if (keyword && ParseResolution(keyword, &crossFeed, &feedDirection)) {
@@ -77,42 +77,42 @@ int WriteJotfResolution(const JotfSink* sink, std::int32_t crossFeed, std::int32
 }
 
 void WriteJOTFOPISubsitution(const Dictionary* settings) {
-  WriteAsIs(settings, jotfkey::kOPISubstitution, kJotfOPIInsertion);
+  WriteAsIs(settings, tkey::kOPISubstitution, kJotfOPIInsertion);
 }
 
 void WriteJOTFOPIPreScan(const Dictionary* settings) {
-  WriteAsIs(settings, jotfkey::kOPIPrescan, kJotfOPIPreScan);
+  WriteAsIs(settings, tkey::kOPIPrescan, kJotfOPIPreScan);
 }
 
 void WriteJOTFAntiAliasing(const Dictionary* settings) {
-  WriteAsIs(settings, jotfkey::kAntialiasing, kJotfAntiAliasing);
+  WriteAsIs(settings, tkey::kAntialiasing, kJotfAntiAliasing);
 }
 
 void WriteJOTFLightenDarken(const Dictionary* settings) {
-  WriteAsIs(settings, jotfkey::kLightenDarken, kJotfDarknessValue);
+  WriteAsIs(settings, tkey::kLightenDarken, kJotfDarknessValue);
 }
 
 void WriteJOTFTonerSaver(const Dictionary* settings) {
-  const std::optional<bool> on = settings ? settings->getBool(jotfkey::kTonerSaver) : std::nullopt;
+  const std::optional<bool> on = settings ? settings->getBool(tkey::kTonerSaver) : std::nullopt;
   if (on) WriteJotfCommands(&writeData, kJotfTonerSaver, *on ? 1 : 0);
 }
 
 void WriteJOTFOutputOrder(const Dictionary* settings) {
-  WriteAsIs(settings, jotfkey::kOutputOrder, kJotfPageDelivery);
+  WriteAsIs(settings, tkey::kOutputOrder, kJotfPageDelivery);
 }
 
 void WriteJOTFPrinterEmulation(const Dictionary* settings) {
-  WriteAsIs(settings, jotfkey::kPrinterEmulation, kJotfDarknessMode);
+  WriteAsIs(settings, tkey::kPrinterEmulation, kJotfDarknessMode);
 }
 
 void WriteJOTFImageRotation(const Dictionary* settings) {
-  const auto rotation = CommandValue(JotfRotationMap, kJotfPageRotation,
-                                     ReadInt32(settings, jotfkey::kRotateImage180));
+  const auto rotation =
+      CommandValue(JotfRotationMap, kJotfPageRotation, ReadInt32(settings, tkey::kRotateImage180));
   if (rotation) WriteJotfCommands(&writeData, kJotfPageRotation, *rotation);
 }
 
 void WriteJOTFOutputColor(const Dictionary* settings) {
-  WriteAsIs(settings, jotfkey::kOutputColor, kJotfColorEffects);
+  WriteAsIs(settings, tkey::kOutputColor, kJotfColorEffects);
 }
 
 void WriteJOTFImageShift(const Dictionary* imageShift) {

@@ -3,8 +3,8 @@
 // printer's paper list may bring (type 11 and up) included.
 #include "jobticket/jotf_media.h"
 
+#include "core/ticket_keys.h"
 #include "host/keyword_tables.h"
-#include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_maps.h"
 #include "jobticket/jotf_page_size.h"
 #include "jobticket/jotf_read.h"
@@ -151,9 +151,9 @@ std::optional<std::string> RowName(NameFrom from, const char* literal, const Dic
 
 void FillMediaSize(MEDIADATA* media, const Dictionary& stock) {
   std::int32_t width = 0, length = 0;
-  GetStockDimensionsForSize(ReadInt32Or(&stock, jotfkey::kSize, kUnset), &width, &length);
-  if (width == 0) width = ReadInt32Or(&stock, jotfkey::kWidth, width);
-  if (length == 0) length = ReadInt32Or(&stock, jotfkey::kLength, length);
+  GetStockDimensionsForSize(ReadInt32Or(&stock, tkey::kSize, kUnset), &width, &length);
+  if (width == 0) width = ReadInt32Or(&stock, tkey::kWidth, width);
+  if (length == 0) length = ReadInt32Or(&stock, tkey::kLength, length);
   if (width == kUnset || length == kUnset) width = length = 0;
   media->xDimension = static_cast<std::uint32_t>(width);
   media->yDimension = static_cast<std::uint32_t>(length);
@@ -164,19 +164,19 @@ void FillMediaSize(MEDIADATA* media, const Dictionary& stock) {
 }
 
 void FillMediaColor(MEDIADATA* media, const Dictionary& stock) {
-  const std::int32_t color = ReadInt32Or(&stock, jotfkey::kColor, kUnset);
+  const std::int32_t color = ReadInt32Or(&stock, tkey::kColor, kUnset);
   media->color = kNoColor;
   for (const ColorRow& row : kColorRows) {
     if (row.color != color) continue;
     media->color = row.code;
-    media->customColorName = RowName(row.from, row.name, stock, jotfkey::kCustomColor);
+    media->customColorName = RowName(row.from, row.name, stock, tkey::kCustomColor);
     return;
   }
 }
 
 void FillMediaType(MEDIADATA* media, const Dictionary& stock) {
-  const std::int32_t type = ReadInt32Or(&stock, jotfkey::kType, kUnset);
-  media->orderCount = ReadInt32Or(&stock, jotfkey::kModulus, -1);
+  const std::int32_t type = ReadInt32Or(&stock, tkey::kType, kUnset);
+  media->orderCount = ReadInt32Or(&stock, tkey::kModulus, -1);
   media->mediaType = kNoMediaType;
   for (const TypeRow& row : kTypeRows) {
     if (row.type != type) continue;
@@ -188,57 +188,57 @@ void FillMediaType(MEDIADATA* media, const Dictionary& stock) {
     media->sidesCoated = row.sidesCoated;
     media->coatingType = row.coatingType;
     media->tooth = row.tooth;
-    media->customTypeName = RowName(row.from, row.name, stock, jotfkey::kCustomType);
+    media->customTypeName = RowName(row.from, row.name, stock, tkey::kCustomType);
     return;
   }
 }
 
 void FillMediaWeight(MEDIADATA* media, const Dictionary& stock) {
-  if (media->weight == -1) media->weight = ReadInt32Or(&stock, jotfkey::kWeight, -1);
+  if (media->weight == -1) media->weight = ReadInt32Or(&stock, tkey::kWeight, -1);
 }
 
 void FillMediaPunched(MEDIADATA* media, const Dictionary& stock) {
   if (media->holeCount != -1) return;
-  const std::int32_t punched = ReadInt32Or(&stock, jotfkey::kPunched, kUnset);
+  const std::int32_t punched = ReadInt32Or(&stock, tkey::kPunched, kUnset);
   if (punched == 1) media->holeCount = 0;
   if (punched == 2) media->holeCount = 3;
 }
 
 void FillMediaDescription(MEDIADATA* media, const Dictionary& stock) {
-  media->description = jotf::ReadEscaped(&stock, jotfkey::kDescription);
+  media->description = jotf::ReadEscaped(&stock, tkey::kDescription);
 }
 
 void FillMediaFinish(MEDIADATA* media, const Dictionary& stock) {
-  if (media->tooth == -1) media->tooth = ReadInt32Or(&stock, jotfkey::kFinish, -1);
+  if (media->tooth == -1) media->tooth = ReadInt32Or(&stock, tkey::kFinish, -1);
 }
 
 void FillMediaGrain(MEDIADATA* media, const Dictionary& stock) {
-  media->grain = ReadInt32Or(&stock, jotfkey::kGrain, -1);
+  media->grain = ReadInt32Or(&stock, tkey::kGrain, -1);
 }
 
 void FillMediaCoating(MEDIADATA* media, const Dictionary& stock) {
   if (media->sidesCoated != -1) return;
-  const std::optional<std::int32_t> sides = ReadInt32(&stock, jotfkey::kSidesCoated);
+  const std::optional<std::int32_t> sides = ReadInt32(&stock, tkey::kSidesCoated);
   if (!sides) return;
   media->sidesCoated = *sides;
-  media->coatingType = ReadInt32Or(&stock, jotfkey::kCoatingType, -1);
+  media->coatingType = ReadInt32Or(&stock, tkey::kCoatingType, -1);
 }
 
 void FillMediaSource(MEDIADATA* media, const Dictionary& stock) {
-  if (ReadInt32(&stock, jotfkey::kSource) == 10) media->source = 0;
+  if (ReadInt32(&stock, tkey::kSource) == 10) media->source = 0;
 }
 
 void FillMediaData(MEDIADATA* media, const Dictionary* stock) {
   *media = MEDIADATA{};
   static const Dictionary kEmpty;
   const Dictionary& s = stock ? *stock : kEmpty;
-  if (ReadInt32(&s, jotfkey::kSource)) {
+  if (ReadInt32(&s, tkey::kSource)) {
     FillMediaSource(media, s);
     return;
   }
-  if (s.getBool(jotfkey::kCustomNameOnly)) {
-    if (jotf::ReadTrue(&s, jotfkey::kCustomNameOnly)) {
-      media->mediaKey = jotf::ReadEscaped(&s, jotfkey::kCustomName);
+  if (s.getBool(tkey::kCustomNameOnly)) {
+    if (jotf::ReadTrue(&s, tkey::kCustomNameOnly)) {
+      media->mediaKey = jotf::ReadEscaped(&s, tkey::kCustomName);
     }
     return;
   }
@@ -418,7 +418,7 @@ int WriteJotfMedia(const JotfSink* sink, const MEDIADATA* m) {
 
 void WriteJOTFJobLevelStock(const Dictionary* settings) {
   MEDIADATA media;
-  FillMediaData(&media, jotf::ReadDictionary(settings, jotfkey::kJobLevelStock));
+  FillMediaData(&media, jotf::ReadDictionary(settings, tkey::kJobLevelStock));
   WriteJotfMedia(&writeData, &media);
   FinalizeMediaData(&media);
 }

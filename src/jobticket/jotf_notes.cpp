@@ -2,9 +2,9 @@
 // Notes go out in pieces so that a text of any length is written whole; the
 // accounting ids go out as given (not escaped, cut to 79 bytes), because the
 // accounting server matches them byte for byte.
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_frame.h"
 #include "jobticket/jotf_job_attributes.h"
-#include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_read.h"
 
 namespace zorva {
@@ -36,21 +36,21 @@ int WriteJotfJobNotes(const JotfSink* sink, const char* attribute, const char* t
 }
 
 void WriteJOTFJobNotes(const Dictionary* settings) {
-  WriteNote(settings, jotfkey::kJobNotesMessage, "job-message-to-operator");
+  WriteNote(settings, tkey::kJobNotesMessage, "job-message-to-operator");
   if (const std::optional<std::string> recipient =
-          ReadEscaped(settings, jotfkey::kJobNotesRecipient)) {
+          ReadEscaped(settings, tkey::kJobNotesRecipient)) {
     WriteJotfOpAttrib(&writeData, 1, nullptr, recipient->c_str());
   }
-  WriteNote(settings, jotfkey::kJobNotesSheetMessage, "job-sheet-message");
-  WriteNote(settings, jotfkey::kJobNotesAdditionalInfo, "job-accounting-data");
+  WriteNote(settings, tkey::kJobNotesSheetMessage, "job-sheet-message");
+  WriteNote(settings, tkey::kJobNotesAdditionalInfo, "job-accounting-data");
 }
 
 void WriteJOTFJobNameAndUser(const Dictionary* settings) {
-  const std::string_view nameKey = jotf::ReadTrue(settings, jotfkey::kJobNotesUseJobName)
-                                       ? jotfkey::kPMJobName
-                                       : jotfkey::kJobNotesJobName;
+  const std::string_view nameKey = jotf::ReadTrue(settings, tkey::kJobNotesUseJobName)
+                                       ? tkey::kPMJobName
+                                       : tkey::kJobNotesJobName;
   const std::optional<std::string> name = ReadEscaped(settings, nameKey);
-  const std::optional<std::string> user = ReadEscaped(settings, jotfkey::kJobNotesSenderName);
+  const std::optional<std::string> user = ReadEscaped(settings, tkey::kJobNotesSenderName);
   if (name && user) WriteJotfOpAttrib(&writeData, 0, name->c_str(), user->c_str());
 }
 
@@ -70,9 +70,9 @@ int WriteJotfAccounting(const JotfSink* sink, const char* userId, const char* ac
 }
 
 void WriteJOTFAccounting(const Dictionary* settings) {
-  if (jotf::ReadInt32(settings, jotfkey::kAccountingOn) != kAccountingEnabled) return;
-  const std::string user = AccountingId(settings, jotfkey::kAccountingUserId);
-  const std::string account = AccountingId(settings, jotfkey::kAccountingAccountId);
+  if (jotf::ReadInt32(settings, tkey::kAccountingOn) != kAccountingEnabled) return;
+  const std::string user = AccountingId(settings, tkey::kAccountingUserId);
+  const std::string account = AccountingId(settings, tkey::kAccountingAccountId);
   WriteJotfAccounting(&writeData, user.c_str(), account.c_str());
 }
 
@@ -92,9 +92,9 @@ int WriteJotfPageRanges(const JotfSink* sink, long lower, long upper) {
 }
 
 void WriteJOTFPagesToPrint(const Dictionary* settings) {
-  if (jotf::ReadInt32(settings, jotfkey::kPagesToPrintSelected) != 1) return;
-  std::int32_t from = jotf::ReadInt32Or(settings, jotfkey::kPagesToPrintFrom, 0);
-  std::int32_t to = jotf::ReadInt32Or(settings, jotfkey::kPagesToPrintTo, 0);
+  if (jotf::ReadInt32(settings, tkey::kPagesToPrintSelected) != 1) return;
+  std::int32_t from = jotf::ReadInt32Or(settings, tkey::kPagesToPrintFrom, 0);
+  std::int32_t to = jotf::ReadInt32Or(settings, tkey::kPagesToPrintTo, 0);
   if (from < 1 || to < 1) return;
   if (from > to) std::swap(from, to);
   WriteJotfPageRanges(&writeData, from, to);

@@ -11,11 +11,11 @@ std::optional<PageSizePoints> CurrentPageSize() {
   if (!session) return std::nullopt;
   const Ticket& format = session->pageFormat();
   PageSizePoints page;
-  if (!format.getNumber(kPageFormatPaperWidthKey, page.width) ||
-      !format.getNumber(kPageFormatPaperLengthKey, page.length)) {
+  if (!format.getNumber(tkey::kPMPaperWidth, page.width) ||
+      !format.getNumber(tkey::kPMPaperLength, page.length)) {
     return std::nullopt;
   }
-  format.getNumber(kPageFormatOrientationKey, page.orientation);
+  format.getNumber(tkey::kPMOrientation, page.orientation);
   return page;
 }
 

@@ -7,16 +7,9 @@
 #include <optional>
 #include <string_view>
 
-namespace zorva {
+#include "core/ticket_keys.h"
 
-// Page-format ticket items: the paper's width and length in points (1/72
-// inch, numbers) and the orientation (0 to 3; absent means 0).
-inline constexpr std::string_view kPageFormatPaperWidthKey =
-    "com.apple.print.PageFormat.PMPaperWidth";
-inline constexpr std::string_view kPageFormatPaperLengthKey =
-    "com.apple.print.PageFormat.PMPaperLength";
-inline constexpr std::string_view kPageFormatOrientationKey =
-    "com.apple.print.PageFormat.PMOrientation";
+namespace zorva {
 
 struct PageSizePoints {
   double width = 0;

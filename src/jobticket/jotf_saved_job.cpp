@@ -1,7 +1,7 @@
 // The saved-job disposition: hold, save only, print and save, or none, with
 // where and in which format the printer keeps the job.
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_job_attributes.h"
-#include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_maps.h"
 #include "jobticket/jotf_read.h"
 
@@ -14,11 +14,11 @@ using jotf::ReadInt32Or;
 constexpr std::string_view kDefaultSaveLocation = "file:///job-repository/";
 
 std::int32_t DispositionFor(const Dictionary* jobType) {
-  switch (ReadInt32Or(jobType, jotfkey::kJobTypeJobType, 1)) {
+  switch (ReadInt32Or(jobType, tkey::kJobTypeJobType, 1)) {
     case 2:
       return 1;
     case 3:
-      return ReadInt32Or(jobType, jotfkey::kJobTypeSaveDisposition, kUnset) == 2 ? 3 : 2;
+      return ReadInt32Or(jobType, tkey::kJobTypeSaveDisposition, kUnset) == 2 ? 3 : 2;
     case 4:
       return 3;
     case 9:
@@ -57,12 +57,12 @@ void WriteSaveInfo(const JotfSink* sink, const JOBTYPEDATA* data) {
 void FillJobTypeData(JOBTYPEDATA* data, const Dictionary* jobType, const Dictionary* settings) {
   *data = JOBTYPEDATA{};
   data->disposition = DispositionFor(jobType);
-  const std::int32_t mediaType = ReadInt32Or(jobType, jotfkey::kJobTypeMediaType, 1);
+  const std::int32_t mediaType = ReadInt32Or(jobType, tkey::kJobTypeMediaType, 1);
   data->format = (mediaType >= 1 && mediaType <= 5) ? mediaType - 1 : -1;
-  data->saveName = jotf::ReadTrue(jobType, jotfkey::kJobTypeUseJobName)
-                       ? jotf::ReadEscaped(settings, jotfkey::kPMJobName)
-                       : jotf::ReadEscaped(jobType, jotfkey::kJobTypeSavedJobName);
-  data->saveLocation = jotf::ReadEscaped(jobType, jotfkey::kJobTypeSavedJobLocation);
+  data->saveName = jotf::ReadTrue(jobType, tkey::kJobTypeUseJobName)
+                       ? jotf::ReadEscaped(settings, tkey::kPMJobName)
+                       : jotf::ReadEscaped(jobType, tkey::kJobTypeSavedJobName);
+  data->saveLocation = jotf::ReadEscaped(jobType, tkey::kJobTypeSavedJobLocation);
   if (!data->saveLocation) data->saveLocation = std::string(kDefaultSaveLocation);
 }
 
@@ -88,7 +88,7 @@ int WriteJotfJobTypes(const JotfSink* sink, const JOBTYPEDATA* data) {
 }
 
 void WriteJOTFJobType(const Dictionary* settings) {
-  const Dictionary* jobType = jotf::ReadDictionary(settings, jotfkey::kJobType);
+  const Dictionary* jobType = jotf::ReadDictionary(settings, tkey::kJobType);
   if (!jobType) return;
   JOBTYPEDATA data;
   FillJobTypeData(&data, jobType, settings);

@@ -5,8 +5,8 @@
 
 #include <cmath>
 
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_commands.h"
-#include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_maps.h"
 #include "jobticket/jotf_read.h"
 
@@ -62,8 +62,8 @@ void WriteCover(const Dictionary* settings, std::string_view key, int which) {
   const Dictionary* cover = jotf::ReadDictionary(settings, key);
   if (!cover) return;
   MEDIADATA media;
-  FillMediaData(&media, jotf::ReadDictionary(cover, jotfkey::kStock));
-  WriteJotfCovers(&writeData, which, ReadInt32Or(cover, jotfkey::kSidesImaged, 1), &media);
+  FillMediaData(&media, jotf::ReadDictionary(cover, tkey::kStock));
+  WriteJotfCovers(&writeData, which, ReadInt32Or(cover, tkey::kSidesImaged, 1), &media);
   FinalizeMediaData(&media);
 }
 
@@ -75,16 +75,16 @@ const Array* NonEmptyList(const Dictionary* settings, std::string_view key) {
 
 void WriteInsert(const Dictionary& insert) {
   MEDIADATA media;
-  FillMediaData(&media, jotf::ReadDictionary(&insert, jotfkey::kStock));
-  WriteJotfInserts(&writeData, ReadInt32Or(&insert, jotfkey::kStartPage, 1),
-                   ReadInt32Or(&insert, jotfkey::kQuantity, 1), &media);
+  FillMediaData(&media, jotf::ReadDictionary(&insert, tkey::kStock));
+  WriteJotfInserts(&writeData, ReadInt32Or(&insert, tkey::kStartPage, 1),
+                   ReadInt32Or(&insert, tkey::kQuantity, 1), &media);
   FinalizeMediaData(&media);
 }
 
 void WriteException(const Dictionary& exception) {
   MEDIADATA media;
   PAGEDATA page;
-  FillMediaData(&media, jotf::ReadDictionary(&exception, jotfkey::kStock));
+  FillMediaData(&media, jotf::ReadDictionary(&exception, tkey::kStock));
   FillPageData(&page, &exception);
   WriteJotfPageExceptions(&writeData, &page, &media);
   FinalizeMediaData(&media);
@@ -94,12 +94,12 @@ void WriteException(const Dictionary& exception) {
 }  // namespace
 
 void FillImageShift(const Dictionary* shift, ImageShiftSelections* out) {
-  const double x1 = ReadNumber(shift, jotfkey::kX1), y1 = ReadNumber(shift, jotfkey::kY1);
-  const double x2 = ReadNumber(shift, jotfkey::kX2), y2 = ReadNumber(shift, jotfkey::kY2);
+  const double x1 = ReadNumber(shift, tkey::kX1), y1 = ReadNumber(shift, tkey::kY1);
+  const double x2 = ReadNumber(shift, tkey::kX2), y2 = ReadNumber(shift, tkey::kY2);
   const std::optional<bool> fullPrecision =
-      shift ? shift->getBool(jotfkey::kFullPrecision) : std::nullopt;
+      shift ? shift->getBool(tkey::kFullPrecision) : std::nullopt;
   double scale = 1;
-  if (!fullPrecision.value_or(false)) scale = ReadNumber(shift, jotfkey::kInches) != 0 ? 25.4 : 10;
+  if (!fullPrecision.value_or(false)) scale = ReadNumber(shift, tkey::kInches) != 0 ? 25.4 : 10;
   out->x1 = TruncateToInt32(x1 * scale);
   out->y1 = TruncateToInt32(y1 * scale);
   out->x2 = TruncateToInt32(x2 * scale);
@@ -107,16 +107,16 @@ void FillImageShift(const Dictionary* shift, ImageShiftSelections* out) {
 }
 
 void FillPageSidesImaged(PAGEDATA* page, const Dictionary* exception) {
-  const std::int32_t sides = ReadInt32Or(exception, jotfkey::kSidesImaged, 0);
+  const std::int32_t sides = ReadInt32Or(exception, tkey::kSidesImaged, 0);
   page->sides = (sides >= 1 && sides <= 3) ? sides - 1 : -1;
 }
 
 void FillPageData(PAGEDATA* page, const Dictionary* exception) {
   *page = PAGEDATA{};
-  page->pagesLower = ReadInt32Or(exception, jotfkey::kStartPage, 1);
-  page->pagesUpper = ReadInt32Or(exception, jotfkey::kEndPage, 1);
+  page->pagesLower = ReadInt32Or(exception, tkey::kStartPage, 1);
+  page->pagesUpper = ReadInt32Or(exception, tkey::kEndPage, 1);
   FillPageSidesImaged(page, exception);
-  if (const Dictionary* shift = jotf::ReadDictionary(exception, jotfkey::kPageImageShift)) {
+  if (const Dictionary* shift = jotf::ReadDictionary(exception, tkey::kPageImageShift)) {
     ImageShiftSelections s;
     FillImageShift(shift, &s);
     page->hasImageShift = true;
@@ -125,14 +125,14 @@ void FillPageData(PAGEDATA* page, const Dictionary* exception) {
     page->ySide1Shift = s.y1;
     page->ySide2Shift = s.y2;
   }
-  if (const std::optional<std::int32_t> ld = ReadInt32(exception, jotfkey::kPageLightenDarken)) {
+  if (const std::optional<std::int32_t> ld = ReadInt32(exception, tkey::kPageLightenDarken)) {
     page->hasLightenDarken = true;
     page->lightenDarken = *ld;
   }
-  FillFullColorOptions(&page->color, jotf::ReadDictionary(exception, jotfkey::kPageFullColor));
-  page->antialiasing = ReadInt32Or(exception, jotfkey::kPageAntialiasing, kUnset);
-  page->halftoneScreen = ReadInt32Or(exception, jotfkey::kPageHalftoneScreen, kUnset);
-  page->outputColor = ReadInt32Or(exception, jotfkey::kPageOutputColor, kUnset);
+  FillFullColorOptions(&page->color, jotf::ReadDictionary(exception, tkey::kPageFullColor));
+  page->antialiasing = ReadInt32Or(exception, tkey::kPageAntialiasing, kUnset);
+  page->halftoneScreen = ReadInt32Or(exception, tkey::kPageHalftoneScreen, kUnset);
+  page->outputColor = ReadInt32Or(exception, tkey::kPageOutputColor, kUnset);
 }
 
 void FinalizePageData(PAGEDATA* page) {
@@ -186,15 +186,15 @@ int WriteJotfPageExceptions(const JotfSink* sink, const PAGEDATA* page, const ME
 }
 
 void WriteJOTFFrontCover(const Dictionary* settings) {
-  WriteCover(settings, jotfkey::kFrontCover, 0);
+  WriteCover(settings, tkey::kFrontCover, 0);
 }
 
 void WriteJOTFBackCover(const Dictionary* settings) {
-  WriteCover(settings, jotfkey::kBackCover, 1);
+  WriteCover(settings, tkey::kBackCover, 1);
 }
 
 void WriteJOTFInserts(const Dictionary* settings) {
-  const Array* list = NonEmptyList(settings, jotfkey::kInsertList);
+  const Array* list = NonEmptyList(settings, tkey::kInsertList);
   if (!list) return;
   WriteJotfSpecialPagesStart(&writeData, kJotfInsertSheet);
   for (const Value& entry : *list) {
@@ -204,7 +204,7 @@ void WriteJOTFInserts(const Dictionary* settings) {
 }
 
 void WriteJOTFExceptions(const Dictionary* settings) {
-  const Array* list = NonEmptyList(settings, jotfkey::kExceptionList);
+  const Array* list = NonEmptyList(settings, tkey::kExceptionList);
   if (!list) return;
   WriteJotfSpecialPagesStart(&writeData, kJotfPageOverrides);
   for (const Value& entry : *list) {

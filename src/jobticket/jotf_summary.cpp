@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include "core/bundle.h"
+#include "core/ticket_keys.h"
 #include "host/keyword_tables.h"
-#include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_maps.h"
 #include "jobticket/jotf_read.h"
 #include "jobticket/jotf_special_pages.h"
@@ -18,7 +18,7 @@ namespace zorva {
 
 namespace {
 
-namespace key = jotfkey;
+namespace key = tkey;
 
 std::string L(std::string_view k) {
   return std::string(LocalizedString(k));

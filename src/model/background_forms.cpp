@@ -7,24 +7,13 @@
 
 #include "core/bundle.h"
 #include "core/plist_io.h"
+#include "core/ticket_keys.h"
 #include "host/preferences.h"
 #include "host/ticket_helpers.h"
 
 namespace zorva {
 
 namespace {
-
-constexpr std::string_view kUseExistingFormKey = "UseExistingForm";
-constexpr std::string_view kMergeWithStringKey = "MergeWithString";
-constexpr std::string_view kCyclePagesKey = "CyclePages";
-constexpr std::string_view kInchesKey = "Inches";
-constexpr std::string_view kXOffsetKey = "X1";
-constexpr std::string_view kYOffsetKey = "Y1";
-constexpr std::string_view kUseDocumentNameKey = "UseDocumentName";
-constexpr std::string_view kApplyPagesFromKey = "ApplyPagesFrom";
-constexpr std::string_view kNewFormStringKey = "NewFormString";
-constexpr std::string_view kExistingFormsArrayKey = "ExistingFormsArray";
-constexpr std::string_view kNewFormsArrayKey = "NewFormsArray";
 
 FormNames NamesFrom(const Dictionary& source, std::string_view key) {
   FormNames names;
@@ -58,7 +47,7 @@ BackgroundFormsHistory ReadBackgroundFormsHistory(const Value* preferences, cons
   const Dictionary* source = NonEmptyDictionary(preferences);
   if (!source && fallback) source = fallback->dictionary();
   if (!source) return {};
-  return {NamesFrom(*source, kExistingFormsArrayKey), NamesFrom(*source, kNewFormsArrayKey)};
+  return {NamesFrom(*source, tkey::kExistingFormsArray), NamesFrom(*source, tkey::kNewFormsArray)};
 }
 
 BackgroundFormsOptions::BackgroundFormsOptions() {
@@ -85,17 +74,17 @@ Status BackgroundFormsOptions::setCyclePages(std::int32_t value, bool force) {
 
 Dictionary BackgroundFormsOptions::asTicket() const {
   Dictionary d;
-  WriteTicketValue(&d, kUseExistingFormKey, useExistingForm_);
+  WriteTicketValue(&d, tkey::kUseExistingForm, useExistingForm_);
   if (useExistingForm_ == kMergeWithExistingForm && mergeWithString_) {
-    d.set(kMergeWithStringKey, Value(*mergeWithString_));
+    d.set(tkey::kMergeWithString, Value(*mergeWithString_));
   }
-  WriteTicketValue(&d, kCyclePagesKey, cyclePages_);
-  WriteTicketValue(&d, kInchesKey, inches_);
-  WriteTicketValue(&d, kXOffsetKey, xOffset_);
-  WriteTicketValue(&d, kYOffsetKey, yOffset_);
-  WriteTicketValue(&d, kUseDocumentNameKey, useDocumentName_);
-  WriteTicketValue(&d, kApplyPagesFromKey, applyPagesFrom_);
-  if (newFormString_) d.set(kNewFormStringKey, Value(*newFormString_));
+  WriteTicketValue(&d, tkey::kCyclePages, cyclePages_);
+  WriteTicketValue(&d, tkey::kInches, inches_);
+  WriteTicketValue(&d, tkey::kX1, xOffset_);
+  WriteTicketValue(&d, tkey::kY1, yOffset_);
+  WriteTicketValue(&d, tkey::kUseDocumentName, useDocumentName_);
+  WriteTicketValue(&d, tkey::kApplyPagesFrom, applyPagesFrom_);
+  if (newFormString_) d.set(tkey::kNewFormString, Value(*newFormString_));
   return d;
 }
 
@@ -115,15 +104,15 @@ void BackgroundFormsOptions::fromTicket(const Dictionary* ticket) {
   // A ticket saved with some keys left out means those defaults, never
   // whatever an earlier ticket held.
   resetNumbers();
-  DictionaryGetInt32(ticket, kUseExistingFormKey, useExistingForm_);
-  DictionaryGetInt32(ticket, kCyclePagesKey, cyclePages_);
-  DictionaryGetInt32(ticket, kInchesKey, inches_);
-  DictionaryGetInt32(ticket, kXOffsetKey, xOffset_);
-  DictionaryGetInt32(ticket, kYOffsetKey, yOffset_);
-  DictionaryGetInt32(ticket, kUseDocumentNameKey, useDocumentName_);
-  DictionaryGetInt32(ticket, kApplyPagesFromKey, applyPagesFrom_);
-  newFormString_ = StringFrom(*ticket, kNewFormStringKey);
-  mergeWithString_ = StringFrom(*ticket, kMergeWithStringKey);
+  DictionaryGetInt32(ticket, tkey::kUseExistingForm, useExistingForm_);
+  DictionaryGetInt32(ticket, tkey::kCyclePages, cyclePages_);
+  DictionaryGetInt32(ticket, tkey::kInches, inches_);
+  DictionaryGetInt32(ticket, tkey::kX1, xOffset_);
+  DictionaryGetInt32(ticket, tkey::kY1, yOffset_);
+  DictionaryGetInt32(ticket, tkey::kUseDocumentName, useDocumentName_);
+  DictionaryGetInt32(ticket, tkey::kApplyPagesFrom, applyPagesFrom_);
+  newFormString_ = StringFrom(*ticket, tkey::kNewFormString);
+  mergeWithString_ = StringFrom(*ticket, tkey::kMergeWithString);
   loadHistory();
 }
 
@@ -141,8 +130,8 @@ Status BackgroundFormsOptions::saveHistory() const {
   std::optional<Value> preferences = CopyUserPreferences(kBackgroundFormsPreferences);
   if (!preferences || !preferences->dictionary()) preferences = Value(Dictionary{});
   Dictionary* d = preferences->dictionary();
-  d->set(kExistingFormsArrayKey, Value(NamesArray(existingFormsArray_)));
-  d->set(kNewFormsArrayKey, Value(NamesArray(newFormsArray_)));
+  d->set(tkey::kExistingFormsArray, Value(NamesArray(existingFormsArray_)));
+  d->set(tkey::kNewFormsArray, Value(NamesArray(newFormsArray_)));
   WriteUserPreferences(kBackgroundFormsPreferences, *preferences);
   return kNoErr;
 }

@@ -12,13 +12,11 @@
 #include <vector>
 
 #include "core/status.h"
+#include "core/ticket_keys.h"
 #include "core/value.h"
 
 namespace zorva {
 
-// Where the options sit in the print-settings ticket.
-inline constexpr std::string_view kBackgroundFormsOptionsKey =
-    "com.zorva.print.BackgroundFormsOptions";
 // The preference file holding the name histories.
 inline constexpr std::string_view kBackgroundFormsPreferences = "com.zorva.print.backgroundforms";
 

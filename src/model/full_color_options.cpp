@@ -2,6 +2,7 @@
 #include "model/full_color_options.h"
 
 #include "core/text.h"
+#include "core/ticket_keys.h"
 #include "model/dictionary_fields.h"
 
 namespace zorva {
@@ -150,7 +151,7 @@ Status FullColorOptions::setGrayTextAndGraphicsProfile(Name name) {
 // A custom profile is written as its name, a built-in one as its code. A
 // custom kind whose name was never given (possible only after reading the
 // bare code) names no usable profile and is left out.
-void FullColorOptions::PutProfile(Dictionary& d, const char* key, const Profile& p,
+void FullColorOptions::PutProfile(Dictionary& d, std::string_view key, const Profile& p,
                                   std::int32_t custom) {
   if (p.kind == kUnset) return;
   if (p.kind != custom) {
@@ -163,39 +164,40 @@ void FullColorOptions::PutProfile(Dictionary& d, const char* key, const Profile&
 Dictionary FullColorOptions::asTicket() const {
   using fields::PutIfSet;
   Dictionary d;
-  PutIfSet(d, "FCLightness", lightness_);
-  PutIfSet(d, "FCContrast", contrast_);
-  PutIfSet(d, "FCSaturation", saturation_);
+  PutIfSet(d, tkey::kFCLightness, lightness_);
+  PutIfSet(d, tkey::kFCContrast, contrast_);
+  PutIfSet(d, tkey::kFCSaturation, saturation_);
   if (cyanRed_ != kUnset && magentaGreen_ != kUnset && yellowBlue_ != kUnset) {
-    d.set("FCColorCast", Value(Dictionary{{"FCCyanRed", Value(cyanRed_)},
-                                          {"FCMagentaGreen", Value(magentaGreen_)},
-                                          {"FCYellowBlue", Value(yellowBlue_)}}));
+    d.set(tkey::kFCColorCast,
+          Value(Dictionary{{std::string(tkey::kFCCyanRed), Value(cyanRed_)},
+                           {std::string(tkey::kFCMagentaGreen), Value(magentaGreen_)},
+                           {std::string(tkey::kFCYellowBlue), Value(yellowBlue_)}}));
   }
-  PutIfSet(d, "FCTrapping", trapping_);
+  PutIfSet(d, tkey::kFCTrapping, trapping_);
   if (trapping_ == kTrappingAdjustable) {
-    PutIfSet(d, "FCTrappingFastDirection", trappingFast_);
-    PutIfSet(d, "FCTrappingSlowDirection", trappingSlow_);
+    PutIfSet(d, tkey::kFCTrappingFast, trappingFast_);
+    PutIfSet(d, tkey::kFCTrappingSlow, trappingSlow_);
   }
-  PutIfSet(d, "FCBlackOverprint", blackOverprint_);
-  if (trc_) d.set("FCTRC", Value(*trc_));
-  PutProfile(d, "RGBImagesProfile", rgbImages_, kRGBProfileCustom);
-  PutProfile(d, "RGBTextAndGraphicsProfile", rgbTextAndGraphics_, kRGBProfileCustom);
-  PutProfile(d, "CMYKImagesProfile", cmykImages_, kCMYKProfileCustom);
-  PutProfile(d, "CMYKTextAndGraphicsProfile", cmykTextAndGraphics_, kCMYKProfileCustom);
-  if (grayImagesName_) d.set("GrayImagesProfile", Value(*grayImagesName_));
+  PutIfSet(d, tkey::kFCBlackOverprint, blackOverprint_);
+  if (trc_) d.set(tkey::kFCTRC, Value(*trc_));
+  PutProfile(d, tkey::kRGBImagesProfile, rgbImages_, kRGBProfileCustom);
+  PutProfile(d, tkey::kRGBTextAndGraphicsProfile, rgbTextAndGraphics_, kRGBProfileCustom);
+  PutProfile(d, tkey::kCMYKImagesProfile, cmykImages_, kCMYKProfileCustom);
+  PutProfile(d, tkey::kCMYKTextAndGraphicsProfile, cmykTextAndGraphics_, kCMYKProfileCustom);
+  if (grayImagesName_) d.set(tkey::kGrayImagesProfile, Value(*grayImagesName_));
   if (grayTextAndGraphicsName_)
-    d.set("GrayTextAndGraphicsProfile", Value(*grayTextAndGraphicsName_));
-  PutProfile(d, "DestinationProfile", destination_, kDestinationProfileCustom);
-  PutIfSet(d, "ImageRendering", imageRendering_);
-  PutIfSet(d, "TextRendering", textRendering_);
-  PutIfSet(d, "GraphicRendering", graphicRendering_);
+    d.set(tkey::kGrayTextAndGraphicsProfile, Value(*grayTextAndGraphicsName_));
+  PutProfile(d, tkey::kDestinationProfile, destination_, kDestinationProfileCustom);
+  PutIfSet(d, tkey::kImageRendering, imageRendering_);
+  PutIfSet(d, tkey::kTextRendering, textRendering_);
+  PutIfSet(d, tkey::kGraphicRendering, graphicRendering_);
   return d;
 }
 
 // A number is the kind (the name stays); a string goes through the setter
 // as a custom profile, so an over-long name is ignored. Other types are not
 // a profile at all.
-void FullColorOptions::ReadProfile(const Dictionary& d, const char* key, Profile& p,
+void FullColorOptions::ReadProfile(const Dictionary& d, std::string_view key, Profile& p,
                                    std::int32_t custom) {
   const Value* v = d.find(key);
   if (!v) return;
@@ -209,31 +211,31 @@ void FullColorOptions::ReadProfile(const Dictionary& d, const char* key, Profile
 void FullColorOptions::fromTicket(const Dictionary* d) {
   if (!d) return;
   using fields::Read;
-  Read(d, "FCLightness", lightness_);
-  Read(d, "FCContrast", contrast_);
-  Read(d, "FCSaturation", saturation_);
-  if (const Dictionary* cast = d->getDictionary("FCColorCast")) {
-    Read(cast, "FCCyanRed", cyanRed_);
-    Read(cast, "FCMagentaGreen", magentaGreen_);
-    Read(cast, "FCYellowBlue", yellowBlue_);
+  Read(d, tkey::kFCLightness, lightness_);
+  Read(d, tkey::kFCContrast, contrast_);
+  Read(d, tkey::kFCSaturation, saturation_);
+  if (const Dictionary* cast = d->getDictionary(tkey::kFCColorCast)) {
+    Read(cast, tkey::kFCCyanRed, cyanRed_);
+    Read(cast, tkey::kFCMagentaGreen, magentaGreen_);
+    Read(cast, tkey::kFCYellowBlue, yellowBlue_);
   }
-  if (Read(d, "FCTrapping", trapping_)) {
-    Read(d, "FCTrappingFastDirection", trappingFast_);
-    Read(d, "FCTrappingSlowDirection", trappingSlow_);
+  if (Read(d, tkey::kFCTrapping, trapping_)) {
+    Read(d, tkey::kFCTrappingFast, trappingFast_);
+    Read(d, tkey::kFCTrappingSlow, trappingSlow_);
   }
-  Read(d, "FCBlackOverprint", blackOverprint_);
-  if (const std::string* s = d->getString("FCTRC")) setTRC(*s);
-  ReadProfile(*d, "RGBImagesProfile", rgbImages_, kRGBProfileCustom);
-  ReadProfile(*d, "RGBTextAndGraphicsProfile", rgbTextAndGraphics_, kRGBProfileCustom);
-  ReadProfile(*d, "CMYKImagesProfile", cmykImages_, kCMYKProfileCustom);
-  ReadProfile(*d, "CMYKTextAndGraphicsProfile", cmykTextAndGraphics_, kCMYKProfileCustom);
-  if (const std::string* s = d->getString("GrayImagesProfile")) setGrayImagesProfile(*s);
-  if (const std::string* s = d->getString("GrayTextAndGraphicsProfile"))
+  Read(d, tkey::kFCBlackOverprint, blackOverprint_);
+  if (const std::string* s = d->getString(tkey::kFCTRC)) setTRC(*s);
+  ReadProfile(*d, tkey::kRGBImagesProfile, rgbImages_, kRGBProfileCustom);
+  ReadProfile(*d, tkey::kRGBTextAndGraphicsProfile, rgbTextAndGraphics_, kRGBProfileCustom);
+  ReadProfile(*d, tkey::kCMYKImagesProfile, cmykImages_, kCMYKProfileCustom);
+  ReadProfile(*d, tkey::kCMYKTextAndGraphicsProfile, cmykTextAndGraphics_, kCMYKProfileCustom);
+  if (const std::string* s = d->getString(tkey::kGrayImagesProfile)) setGrayImagesProfile(*s);
+  if (const std::string* s = d->getString(tkey::kGrayTextAndGraphicsProfile))
     setGrayTextAndGraphicsProfile(*s);
-  ReadProfile(*d, "DestinationProfile", destination_, kDestinationProfileCustom);
-  Read(d, "ImageRendering", imageRendering_);
-  Read(d, "TextRendering", textRendering_);
-  Read(d, "GraphicRendering", graphicRendering_);
+  ReadProfile(*d, tkey::kDestinationProfile, destination_, kDestinationProfileCustom);
+  Read(d, tkey::kImageRendering, imageRendering_);
+  Read(d, tkey::kTextRendering, textRendering_);
+  Read(d, tkey::kGraphicRendering, graphicRendering_);
 }
 
 }  // namespace zorva

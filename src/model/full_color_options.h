@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "core/status.h"
 #include "core/value.h"
@@ -106,8 +107,10 @@ class FullColorOptions {
   static Status SetAdjustment(std::int32_t& field, std::int32_t v);
   static Status SetProfile(Profile& p, std::int32_t custom, std::int32_t kind, Name name);
   static Status SetName(Name& field, Name name);
-  static void PutProfile(Dictionary& d, const char* key, const Profile& p, std::int32_t custom);
-  static void ReadProfile(const Dictionary& d, const char* key, Profile& p, std::int32_t custom);
+  static void PutProfile(Dictionary& d, std::string_view key, const Profile& p,
+                         std::int32_t custom);
+  static void ReadProfile(const Dictionary& d, std::string_view key, Profile& p,
+                          std::int32_t custom);
 
   std::int32_t lightness_ = kUnset;
   std::int32_t contrast_ = kUnset;

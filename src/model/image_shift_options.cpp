@@ -1,6 +1,7 @@
 // ImageShiftOptions: the job and page dictionary forms.
 #include "model/image_shift_options.h"
 
+#include "core/ticket_keys.h"
 #include "model/dictionary_fields.h"
 
 namespace zorva {
@@ -10,14 +11,14 @@ std::optional<Dictionary> ImageShiftOptions::asTicket(ImageShiftForm form) const
   // shifts would make the printer override the job's shift on that page.
   if (form == ImageShiftForm::Page && !hasMode()) return std::nullopt;
   Dictionary d;
-  fields::PutIfSet(d, "Option", oneSidedMode_);
-  fields::PutIfSet(d, "Option2Sided", twoSidedMode_);
-  d.set("Inches", Value(inches_));
-  d.set("X1", Value(x1_));
-  d.set("Y1", Value(y1_));
-  d.set("X2", Value(x2_));
-  d.set("Y2", Value(y2_));
-  if (fullPrecision_) d.set("FullPrecision", Value(true));
+  fields::PutIfSet(d, tkey::kImageShiftOption, oneSidedMode_);
+  fields::PutIfSet(d, tkey::kImageShiftOption2Sided, twoSidedMode_);
+  d.set(tkey::kInches, Value(inches_));
+  d.set(tkey::kX1, Value(x1_));
+  d.set(tkey::kY1, Value(y1_));
+  d.set(tkey::kX2, Value(x2_));
+  d.set(tkey::kY2, Value(y2_));
+  if (fullPrecision_) d.set(tkey::kFullPrecision, Value(true));
   return d;
 }
 
@@ -25,14 +26,14 @@ void ImageShiftOptions::fromTicket(const Dictionary* d) {
   *this = ImageShiftOptions();
   if (!d) return;
   using fields::Read;
-  Read(d, "Option", oneSidedMode_);
-  Read(d, "Option2Sided", twoSidedMode_);
-  Read(d, "Inches", inches_);
-  Read(d, "X1", x1_);
-  Read(d, "Y1", y1_);
-  Read(d, "X2", x2_);
-  Read(d, "Y2", y2_);
-  Read(d, "FullPrecision", fullPrecision_);
+  Read(d, tkey::kImageShiftOption, oneSidedMode_);
+  Read(d, tkey::kImageShiftOption2Sided, twoSidedMode_);
+  Read(d, tkey::kInches, inches_);
+  Read(d, tkey::kX1, x1_);
+  Read(d, tkey::kY1, y1_);
+  Read(d, tkey::kX2, x2_);
+  Read(d, tkey::kY2, y2_);
+  Read(d, tkey::kFullPrecision, fullPrecision_);
 }
 
 }  // namespace zorva

@@ -227,21 +227,21 @@ std::unique_ptr<SpecialPageList> ExceptionPageList::clone() const {
 namespace {
 
 bool BookletLayout(const Ticket& ticket) {
-  std::optional<bool> on = ticket.getBoolean(kBookletLayoutKey);
+  std::optional<bool> on = ticket.getBoolean(tkey::kBookletLayout);
   return on && *on;
 }
 
 Status WriteCovers(Ticket& ticket, const Cover* front, const Cover* back) {
   if (front) {
-    ticket.setDictionary(kTicketClientPrint, kFrontCoverKey, front->asTicket());
+    ticket.setDictionary(kTicketClientPrint, tkey::kFrontCover, front->asTicket());
   } else {
-    ticket.remove(kFrontCoverKey);
+    ticket.remove(tkey::kFrontCover);
   }
   // Under booklet layout one cover sheet wraps the booklet: a back cover
   // like the front one is that same sheet and is not stored twice.
   const bool sameSheet = back && front && BookletLayout(ticket) && *back == *front;
-  if (!back || sameSheet) return ticket.remove(kBackCoverKey);
-  return ticket.setDictionary(kTicketClientPrint, kBackCoverKey, back->asTicket());
+  if (!back || sameSheet) return ticket.remove(tkey::kBackCover);
+  return ticket.setDictionary(kTicketClientPrint, tkey::kBackCover, back->asTicket());
 }
 
 std::unique_ptr<Cover> ReadCover(const Ticket& ticket, std::string_view key) {
@@ -254,12 +254,12 @@ std::unique_ptr<Cover> ReadCover(const Ticket& ticket, std::string_view key) {
 Status SyncCovers(Ticket& ticket, SyncDirection direction, std::unique_ptr<Cover>& front,
                   std::unique_ptr<Cover>& back) {
   if (direction == SyncDirection::ToTicket) return WriteCovers(ticket, front.get(), back.get());
-  front = ReadCover(ticket, kFrontCoverKey);
+  front = ReadCover(ticket, tkey::kFrontCover);
   back.reset();
   if (BookletLayout(ticket)) {
     if (front) back = std::make_unique<Cover>(*front);
   } else {
-    back = ReadCover(ticket, kBackCoverKey);
+    back = ReadCover(ticket, tkey::kBackCover);
   }
   return kNoErr;
 }

@@ -22,17 +22,11 @@
 
 #include "core/status.h"
 #include "core/ticket.h"
+#include "core/ticket_keys.h"
 #include "core/value.h"
 #include "model/special_pages.h"
 
 namespace zorva {
-
-// Ticket keys of the special pages.
-inline constexpr std::string_view kFrontCoverKey = "com.zorva.print.SpecialPages.FrontCover";
-inline constexpr std::string_view kBackCoverKey = "com.zorva.print.SpecialPages.BackCover";
-inline constexpr std::string_view kInsertListKey = "com.zorva.print.SpecialPages.InsertList";
-inline constexpr std::string_view kExceptionListKey = "com.zorva.print.SpecialPages.ExceptionList";
-inline constexpr std::string_view kBookletLayoutKey = "com.zorva.print.BookletLayout";
 
 class SpecialPageList {
  public:

@@ -1,6 +1,7 @@
 // Special pages: their dictionary forms and clones.
 #include "model/special_pages.h"
 
+#include "core/ticket_keys.h"
 #include "model/dictionary_fields.h"
 
 namespace zorva {
@@ -8,7 +9,7 @@ namespace zorva {
 namespace {
 
 const Dictionary* StockEntry(const Dictionary* d) {
-  return d ? d->getDictionary("Stock") : nullptr;
+  return d ? d->getDictionary(tkey::kStock) : nullptr;
 }
 
 }  // namespace
@@ -17,25 +18,25 @@ const Dictionary* StockEntry(const Dictionary* d) {
 
 SpecialPage::SpecialPage(const Dictionary* d) : stock_(StockEntry(d)) {
   std::int32_t start = 0;
-  if (fields::Read(d, "StartPage", start)) setStartPage(start);
+  if (fields::Read(d, tkey::kStartPage, start)) setStartPage(start);
 }
 
 Dictionary SpecialPage::asTicket() const {
   Dictionary d;
-  d.set("StartPage", Value(startPage_));
-  d.set("Stock", Value(stock_.asTicket()));
+  d.set(tkey::kStartPage, Value(startPage_));
+  d.set(tkey::kStock, Value(stock_.asTicket()));
   return d;
 }
 
 // ---- Cover ----------------------------------------------------------------------------
 
 Cover::Cover(const Dictionary* d) : SpecialPage(d) {
-  fields::Read(d, "SidesImaged", sidesImaged_);
+  fields::Read(d, tkey::kSidesImaged, sidesImaged_);
 }
 
 Dictionary Cover::asTicket() const {
   Dictionary d = SpecialPage::asTicket();
-  d.set("SidesImaged", Value(sidesImaged_));
+  d.set(tkey::kSidesImaged, Value(sidesImaged_));
   return d;
 }
 
@@ -50,12 +51,12 @@ bool operator==(const Cover& a, const Cover& b) {
 // ---- Insert ---------------------------------------------------------------------------
 
 Insert::Insert(const Dictionary* d) : SpecialPage(d) {
-  fields::Read(d, "Quantity", quantity_);
+  fields::Read(d, tkey::kQuantity, quantity_);
 }
 
 Dictionary Insert::asTicket() const {
   Dictionary d = SpecialPage::asTicket();
-  d.set("Quantity", Value(quantity_));
+  d.set(tkey::kQuantity, Value(quantity_));
   return d;
 }
 
@@ -68,29 +69,29 @@ std::unique_ptr<SpecialPage> Insert::clone() const {
 ExceptionPage::ExceptionPage(const Dictionary* d) : SpecialPage(d) {
   if (!d) return;
   using fields::Read;
-  if (const Dictionary* shift = d->getDictionary(kImageShiftOptionsPageKey))
+  if (const Dictionary* shift = d->getDictionary(tkey::kPageImageShift))
     imageShift_.fromTicket(shift);
-  Read(d, "EndPage", endPage_);
-  colorOptions_.fromTicket(d->getDictionary("FullColorOptionsPage"));
-  Read(d, "HalftoneScreen", halftoneScreen_);
-  Read(d, "Antialiasing", antialiasing_);
-  Read(d, "OutputColor", outputColor_);
-  Read(d, "SidesImaged", plex_);
-  Read(d, "LightenDarken", lightenDarken_);
+  Read(d, tkey::kEndPage, endPage_);
+  colorOptions_.fromTicket(d->getDictionary(tkey::kPageFullColor));
+  Read(d, tkey::kPageHalftoneScreen, halftoneScreen_);
+  Read(d, tkey::kPageAntialiasing, antialiasing_);
+  Read(d, tkey::kPageOutputColor, outputColor_);
+  Read(d, tkey::kSidesImaged, plex_);
+  Read(d, tkey::kPageLightenDarken, lightenDarken_);
 }
 
 Dictionary ExceptionPage::asTicket() const {
   using fields::PutIfSet;
   Dictionary d = SpecialPage::asTicket();
-  d.set("EndPage", Value(endPage_));
+  d.set(tkey::kEndPage, Value(endPage_));
   if (auto shift = imageShift_.asTicket(ImageShiftForm::Page))
-    d.set(kImageShiftOptionsPageKey, Value(std::move(*shift)));
-  PutIfSet(d, "SidesImaged", plex_);
-  d.set("FullColorOptionsPage", Value(colorOptions_.asTicket()));
-  PutIfSet(d, "Antialiasing", antialiasing_);
-  PutIfSet(d, "OutputColor", outputColor_);
-  PutIfSet(d, "HalftoneScreen", halftoneScreen_);
-  PutIfSet(d, "LightenDarken", lightenDarken_);
+    d.set(tkey::kPageImageShift, Value(std::move(*shift)));
+  PutIfSet(d, tkey::kSidesImaged, plex_);
+  d.set(tkey::kPageFullColor, Value(colorOptions_.asTicket()));
+  PutIfSet(d, tkey::kPageAntialiasing, antialiasing_);
+  PutIfSet(d, tkey::kPageOutputColor, outputColor_);
+  PutIfSet(d, tkey::kPageHalftoneScreen, halftoneScreen_);
+  PutIfSet(d, tkey::kPageLightenDarken, lightenDarken_);
   return d;
 }
 

@@ -11,15 +11,13 @@
 #include <cstdint>
 #include <memory>
 
+#include "core/ticket_keys.h"
 #include "core/value.h"
 #include "model/full_color_options.h"
 #include "model/image_shift_options.h"
 #include "model/stock.h"
 
 namespace zorva {
-
-// Key of an exception page's own image shift (its page form).
-inline constexpr const char* kImageShiftOptionsPageKey = "com.zorva.print.ImageShiftOptionsPage";
 
 class SpecialPage {
  public:

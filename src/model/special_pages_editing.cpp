@@ -72,8 +72,8 @@ void Store(SpecialPageList& list, const SpecialPage* editing,
 Status SyncSpecialPages(Ticket& ticket, SyncDirection direction, SpecialPagesContext& context) {
   const Status statuses[] = {
       SyncCovers(ticket, direction, context.frontCover, context.backCover),
-      SyncSpecialPageList(ticket, direction, kInsertListKey, *context.inserts),
-      SyncSpecialPageList(ticket, direction, kExceptionListKey, *context.exceptionPages),
+      SyncSpecialPageList(ticket, direction, tkey::kInsertList, *context.inserts),
+      SyncSpecialPageList(ticket, direction, tkey::kExceptionList, *context.exceptionPages),
   };
   for (Status s : statuses) {
     if (s != kNoErr) return s;

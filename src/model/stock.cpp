@@ -3,6 +3,7 @@
 #include "model/stock.h"
 
 #include "core/text.h"
+#include "core/ticket_keys.h"
 #include "host/keyword_tables.h"
 #include "model/dictionary_fields.h"
 
@@ -19,25 +20,25 @@ bool StringsEqual(const OptionalString& a, const OptionalString& b) {
 Stock::Stock(const Dictionary* d) {
   if (!d) return;
   using fields::Read;
-  if (Read(d, "Size", size_) && size_ == kStockSizeCustom) {
-    Read(d, "Width", width_);
-    Read(d, "Length", length_);
+  if (Read(d, tkey::kSize, size_) && size_ == kStockSizeCustom) {
+    Read(d, tkey::kWidth, width_);
+    Read(d, tkey::kLength, length_);
   }
-  Read(d, "Type", type_);
-  Read(d, "CustomType", customType_);
-  Read(d, "Modulus", modulus_);
-  Read(d, "Color", color_);
-  Read(d, "CustomColor", customColor_);
-  Read(d, "Weight", weight_);
-  Read(d, "Punched", punched_);
-  Read(d, "Description", description_);
-  if (Read(d, "SidesCoated", sidesCoated_)) Read(d, "kCoatingType", coatingType_);
-  Read(d, "Finish", finish_);
-  Read(d, "kGrain", grain_);
-  Read(d, "CustomName", customName_);
-  Read(d, "CustomNameOnly", customNameOnly_);
-  Read(d, "CustomComment", comment_);
-  Read(d, "Source", source_);
+  Read(d, tkey::kType, type_);
+  Read(d, tkey::kCustomType, customType_);
+  Read(d, tkey::kModulus, modulus_);
+  Read(d, tkey::kColor, color_);
+  Read(d, tkey::kCustomColor, customColor_);
+  Read(d, tkey::kWeight, weight_);
+  Read(d, tkey::kPunched, punched_);
+  Read(d, tkey::kDescription, description_);
+  if (Read(d, tkey::kSidesCoated, sidesCoated_)) Read(d, tkey::kCoatingType, coatingType_);
+  Read(d, tkey::kFinish, finish_);
+  Read(d, tkey::kGrain, grain_);
+  Read(d, tkey::kCustomName, customName_);
+  Read(d, tkey::kCustomNameOnly, customNameOnly_);
+  Read(d, tkey::kCustomComment, comment_);
+  Read(d, tkey::kSource, source_);
 }
 
 void Stock::setSize(std::int32_t v) {
@@ -93,29 +94,29 @@ Dictionary Stock::asTicket() const {
   using fields::PutIfNonEmpty;
   using fields::PutIfSet;
   Dictionary d;
-  PutIfSet(d, "Size", size_);
+  PutIfSet(d, tkey::kSize, size_);
   if (size_ == kStockSizeCustom) {  // written even when unset
-    d.set("Width", Value(width_));
-    d.set("Length", Value(length_));
+    d.set(tkey::kWidth, Value(width_));
+    d.set(tkey::kLength, Value(length_));
   }
-  PutIfSet(d, "Type", type_);
-  PutIfNonEmpty(d, "CustomType", customType_);
-  PutIfSet(d, "Modulus", modulus_);
-  PutIfSet(d, "Color", color_);
-  PutIfNonEmpty(d, "CustomColor", customColor_);
-  PutIfSet(d, "Weight", weight_);
-  PutIfSet(d, "Punched", punched_);
-  PutIfNonEmpty(d, "Description", description_);
+  PutIfSet(d, tkey::kType, type_);
+  PutIfNonEmpty(d, tkey::kCustomType, customType_);
+  PutIfSet(d, tkey::kModulus, modulus_);
+  PutIfSet(d, tkey::kColor, color_);
+  PutIfNonEmpty(d, tkey::kCustomColor, customColor_);
+  PutIfSet(d, tkey::kWeight, weight_);
+  PutIfSet(d, tkey::kPunched, punched_);
+  PutIfNonEmpty(d, tkey::kDescription, description_);
   if (sidesCoated_ != kUnset) {  // the coating type is meaningless without it
-    d.set("SidesCoated", Value(sidesCoated_));
-    d.set("kCoatingType", Value(coatingType_));
+    d.set(tkey::kSidesCoated, Value(sidesCoated_));
+    d.set(tkey::kCoatingType, Value(coatingType_));
   }
-  PutIfSet(d, "Finish", finish_);
-  PutIfSet(d, "kGrain", grain_);
-  PutIfNonEmpty(d, "CustomName", customName_);
-  if (customNameOnly_) d.set("CustomNameOnly", Value(true));
-  PutIfNonEmpty(d, "CustomComment", comment_);
-  PutIfSet(d, "Source", source_);
+  PutIfSet(d, tkey::kFinish, finish_);
+  PutIfSet(d, tkey::kGrain, grain_);
+  PutIfNonEmpty(d, tkey::kCustomName, customName_);
+  if (customNameOnly_) d.set(tkey::kCustomNameOnly, Value(true));
+  PutIfNonEmpty(d, tkey::kCustomComment, comment_);
+  PutIfSet(d, tkey::kSource, source_);
   return d;
 }
 

@@ -4,14 +4,14 @@
 #include <cctype>
 #include <cstdio>
 
+#include "core/ticket_keys.h"
 #include "host/keyword_tables.h"
 #include "host/ticket_helpers.h"
-#include "jobticket/jotf_keys.h"
 #include "model/stock.h"
 
 namespace zorva {
 
-namespace key = jotfkey;
+namespace key = tkey;
 
 constexpr SettingMap BookletLayoutOrderMap[] = {
     {"BookletOrderPrinterDefault", kByPosition, 0, nullptr, 1},

@@ -4,12 +4,12 @@
 
 #include <algorithm>
 
+#include "core/ticket_keys.h"
 #include "host/keyword_tables.h"
-#include "jobticket/jotf_keys.h"
 
 namespace zorva {
 
-namespace key = bookletkey;
+namespace key = tkey;
 
 constexpr SettingMap BookletFoldStapleMap[] = {
     {"BookletFoldNone", 0, 0, nullptr, 1},
@@ -29,26 +29,26 @@ constexpr std::string_view kHostClient = kTicketClientSystem;
 BookletSettings ReadBookletSettings(const Ticket& ticket) {
   BookletSettings s;
   s.layout = ticket.getBoolean(key::kBookletLayout).value_or(false);
-  ticket.getNumber(key::kDrawOutlines, s.drawOutlines);
+  ticket.getNumber(key::kBookletDrawOutlines, s.drawOutlines);
   ticket.getNumber(key::kGutter, s.gutter);
   ticket.getNumber(key::kCreep, s.creep);
-  ticket.getNumber(jotfkey::kBookletFoldStaple, s.foldStaple);
-  s.rotate180 = ticket.getBoolean(key::kRotate180).value_or(false);
-  if (const std::string* name = ticket.getString(key::kWatermark)) s.watermark = *name;
+  ticket.getNumber(tkey::kBookletFoldStaple, s.foldStaple);
+  s.rotate180 = ticket.getBoolean(key::kBookletRotate180).value_or(false);
+  if (const std::string* name = ticket.getString(key::kWatermarkName)) s.watermark = *name;
   return s;
 }
 
 void WriteBookletSettings(Ticket& ticket, const BookletSettings& s) {
   ticket.setBoolean(kClient, key::kBookletLayout, s.layout);
-  ticket.setNumber(kClient, key::kDrawOutlines, s.drawOutlines);
+  ticket.setNumber(kClient, key::kBookletDrawOutlines, s.drawOutlines);
   ticket.setNumber(kHostClient, key::kGutter, s.gutter);
   ticket.setNumber(kHostClient, key::kCreep, s.creep);
-  ticket.setNumber(kClient, jotfkey::kBookletFoldStaple, s.foldStaple);
-  ticket.setBoolean(kClient, key::kRotate180, s.rotate180);
+  ticket.setNumber(kClient, tkey::kBookletFoldStaple, s.foldStaple);
+  ticket.setBoolean(kClient, key::kBookletRotate180, s.rotate180);
   if (s.watermark.empty()) {
-    ticket.remove(key::kWatermark);
+    ticket.remove(key::kWatermarkName);
   } else {
-    ticket.setString(kClient, key::kWatermark, s.watermark);
+    ticket.setString(kClient, key::kWatermarkName, s.watermark);
   }
 }
 

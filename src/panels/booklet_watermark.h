@@ -12,23 +12,11 @@
 #include <vector>
 
 #include "core/ticket.h"
+#include "core/ticket_keys.h"
 #include "host/setting_map.h"
 #include "watermarks/watermark_choice.h"
 
 namespace zorva {
-
-namespace bookletkey {
-inline constexpr std::string_view kBookletLayout = "com.zorva.print.BookletLayout";
-inline constexpr std::string_view kDrawOutlines = "com.zorva.print.BookletDrawOutlines";
-inline constexpr std::string_view kGutter = "com.zorva.print.Gutter";
-inline constexpr std::string_view kCreep = "com.zorva.print.Creep";
-// The host removes "com.zorva.print.RotateBooklet180Degrees" on every
-// saving sync, so the panel keeps its choice under a key of its own.
-inline constexpr std::string_view kRotate180 = "com.zorva.print.BookletRotate180";
-// The chosen watermark's name; absent: no watermark. The print path and the
-// server's watermark filter read the same key.
-inline constexpr std::string_view kWatermark = kWatermarkNameKey;
-}  // namespace bookletkey
 
 // Fold codes of "com.zorva.print.BookletFoldStaple" (the job ticket's booklet
 // fold codes); 0 is no fold.

@@ -4,13 +4,13 @@
 
 #include <cmath>
 
+#include "core/ticket_keys.h"
 #include "host/keyword_tables.h"
 #include "host/ticket_helpers.h"
-#include "jobticket/jotf_keys.h"
 
 namespace zorva {
 
-namespace key = jotfkey;
+namespace key = tkey;
 
 namespace {
 

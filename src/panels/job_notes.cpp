@@ -4,13 +4,13 @@
 
 #include <algorithm>
 
+#include "core/ticket_keys.h"
 #include "host/preferences.h"
 #include "host/ticket_helpers.h"
-#include "jobticket/jotf_keys.h"
 
 namespace zorva {
 
-namespace key = jotfkey;
+namespace key = tkey;
 
 namespace {
 

@@ -6,14 +6,14 @@
 #include <array>
 #include <cstdio>
 
+#include "core/ticket_keys.h"
 #include "host/installable_options.h"
 #include "host/keyword_tables.h"
 #include "host/ticket_helpers.h"
-#include "jobticket/jotf_keys.h"
 
 namespace zorva {
 
-namespace key = jotfkey;
+namespace key = tkey;
 
 constexpr SettingMap JobTypeMap[] = {
     {"JobTypePrint", jobtype::kPrint, 0, nullptr, 1},
@@ -125,9 +125,9 @@ class Writer {
 };
 
 void WriteBooklet(Writer& w, const PaperOutputSettings& s) {
-  w.note(kBookletLayout);
-  w.ticket().setBoolean(kClient, kBookletLayout, s.bookletLayout);
-  w.number(kBookletDrawOutlines, s.bookletDrawOutlines);
+  w.note(tkey::kBookletLayout);
+  w.ticket().setBoolean(kClient, tkey::kBookletLayout, s.bookletLayout);
+  w.number(tkey::kBookletDrawOutlines, s.bookletDrawOutlines);
   // Only a job paper with a size can force the booklet to it: read back
   // what was just stored.
   const Dictionary* stock = w.ticket().getDictionary(key::kJobLevelStock);
@@ -139,8 +139,8 @@ void WriteBooklet(Writer& w, const PaperOutputSettings& s) {
   } else {
     w.remove(key::kBookletForceNewSize);
   }
-  w.number(kGutter, s.gutter, kSystemClient);
-  w.number(kCreep, s.creep, kSystemClient);
+  w.number(tkey::kGutter, s.gutter, kSystemClient);
+  w.number(tkey::kCreep, s.creep, kSystemClient);
 }
 
 void WriteDuplex(Writer& w, const PaperOutputSettings& s) {
@@ -465,12 +465,12 @@ void ReadPaperOutputSettings(const Ticket& ticket, PaperOutputSettings& s,
   s.outputColor = NumberOr(ticket, key::kOutputColor, 2);
   const Dictionary* jobType = ticket.getDictionary(key::kJobType);
   s.jobType = jobType ? *jobType : DefaultJobTypeDictionary();
-  s.backgroundForms = BackgroundFormsOptions(ticket.getDictionary(kBackgroundFormsOptions));
-  if (ticket.getBoolean(kBookletLayout).value_or(false)) s.bookletLayout = true;
-  ticket.getNumber(kBookletDrawOutlines, s.bookletDrawOutlines);
+  s.backgroundForms = BackgroundFormsOptions(ticket.getDictionary(tkey::kBackgroundForms));
+  if (ticket.getBoolean(tkey::kBookletLayout).value_or(false)) s.bookletLayout = true;
+  ticket.getNumber(tkey::kBookletDrawOutlines, s.bookletDrawOutlines);
   s.bookletForceNewSize = ticket.getBoolean(key::kBookletForceNewSize).value_or(false);
-  s.gutter = NumberOr(ticket, kGutter, kDefaultGutter);
-  s.creep = NumberOr(ticket, kCreep, 0);
+  s.gutter = NumberOr(ticket, tkey::kGutter, kDefaultGutter);
+  s.creep = NumberOr(ticket, tkey::kCreep, 0);
   s.duplex = DuplexFrom(ticket, ppdDuplexDefault);
   for (const NumberKey& n : kFinishingKeys) s.*n.field = NumberOr(ticket, n.key, n.absent);
   const std::string* custom = ticket.getString(key::kFinishingCustom);
@@ -481,7 +481,7 @@ void ReadPaperOutputJobInfo(const Ticket& printSettings, const Ticket* pageForma
                             PaperOutputSettings& s) {
   const std::string* name = printSettings.getString(key::kPMJobName);
   s.jobName = name ? *name : "Unknown";
-  if (pageFormat) pageFormat->getNumber(kPMOrientation, s.orientation);
+  if (pageFormat) pageFormat->getNumber(tkey::kPMOrientation, s.orientation);
 }
 
 void WritePaperOutputSettings(Ticket& ticket, const PaperOutputSettings& s,
@@ -497,8 +497,8 @@ void WritePaperOutputSettings(Ticket& ticket, const PaperOutputSettings& s,
   w.number(key::kOutputColor, s.outputColor);
   w.note(key::kJobType);
   ticket.setDictionary(kClient, key::kJobType, s.jobType);
-  w.note(kBackgroundFormsOptions);
-  ticket.setDictionary(kClient, kBackgroundFormsOptions, s.backgroundForms.asTicket());
+  w.note(tkey::kBackgroundForms);
+  ticket.setDictionary(kClient, tkey::kBackgroundForms, s.backgroundForms.asTicket());
   WriteBooklet(w, s);
   WriteDuplex(w, s);
   for (const NumberKey& n : kFinishingKeys) w.number(n.key, s.*n.field);

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "core/ticket.h"
+#include "core/ticket_keys.h"
 #include "core/value.h"
 #include "host/setting_map.h"
 #include "jobticket/jotf_finishing.h"
@@ -65,13 +66,6 @@ bool JobTypeHasSettings(std::int32_t jobType);
 // ---- Panel settings ----------------------------------------------------------------
 inline constexpr std::int32_t kOutputDestinationPrinterDefault = 19;
 inline constexpr std::int32_t kDefaultGutter = 24;
-inline constexpr std::string_view kBookletLayout = "com.zorva.print.BookletLayout";
-inline constexpr std::string_view kBookletDrawOutlines = "com.zorva.print.BookletDrawOutlines";
-inline constexpr std::string_view kGutter = "com.zorva.print.Gutter";
-inline constexpr std::string_view kCreep = "com.zorva.print.Creep";
-inline constexpr std::string_view kBackgroundFormsOptions =
-    "com.zorva.print.BackgroundFormsOptions";
-inline constexpr std::string_view kPMOrientation = "com.apple.print.PageFormat.PMOrientation";
 
 struct PaperOutputSettings {
   Stock jobStock;

@@ -10,6 +10,7 @@
 
 #include "core/bundle.h"
 #include "core/text.h"
+#include "core/ticket_keys.h"
 #include "host/preferences.h"
 
 namespace zorva {
@@ -20,7 +21,7 @@ namespace {
 const std::string* StoredCustomName(const Value& entry) {
   const Dictionary* d = entry.dictionary();
   const Dictionary* stock = d ? d->getDictionary(kEntryStockKey) : nullptr;
-  const std::string* name = stock ? stock->getString("CustomName") : nullptr;
+  const std::string* name = stock ? stock->getString(tkey::kCustomName) : nullptr;
   return name && !name->empty() ? name : nullptr;
 }
 

@@ -5,9 +5,9 @@
 
 #include <string_view>
 
+#include "core/ticket_keys.h"
 #include "host/keyword_tables.h"
 #include "host/setting_map.h"
-#include "jobticket/jotf_keys.h"
 #include "model/special_page_lists.h"
 
 namespace zorva {
@@ -53,7 +53,7 @@ void MarkStock(StockLibraryList& list, const Dictionary* stockDictionary) {
 }
 
 void MarkPageStock(StockLibraryList& list, const Dictionary* page) {
-  if (page) MarkStock(list, page->getDictionary(jotfkey::kStock));
+  if (page) MarkStock(list, page->getDictionary(tkey::kStock));
 }
 
 void MarkPageList(StockLibraryList& list, const Array* pages) {
@@ -98,11 +98,11 @@ bool validateAndFixStockEntry(Stock& stock) {
 
 void markStockStatus(StockLibraryList& list, const Ticket& printSettings) {
   list.clearStatus();
-  MarkStock(list, printSettings.getDictionary(jotfkey::kJobLevelStock));
-  MarkPageList(list, printSettings.getArray(kInsertListKey));
-  MarkPageList(list, printSettings.getArray(kExceptionListKey));
-  MarkPageStock(list, printSettings.getDictionary(kFrontCoverKey));
-  MarkPageStock(list, printSettings.getDictionary(kBackCoverKey));
+  MarkStock(list, printSettings.getDictionary(tkey::kJobLevelStock));
+  MarkPageList(list, printSettings.getArray(tkey::kInsertList));
+  MarkPageList(list, printSettings.getArray(tkey::kExceptionList));
+  MarkPageStock(list, printSettings.getDictionary(tkey::kFrontCover));
+  MarkPageStock(list, printSettings.getDictionary(tkey::kBackCover));
 }
 
 }  // namespace zorva

@@ -11,8 +11,8 @@
 #include <array>
 #include <memory>
 
+#include "core/ticket_keys.h"
 #include "host/setting_map.h"
-#include "jobticket/jotf_keys.h"
 #include "paper/ppd.h"
 
 namespace zorva {
@@ -27,9 +27,9 @@ struct PPDSettingRow {
   const char* mainKeyword;
 };
 constexpr PPDSettingRow kPPDSettings[] = {
-    {jotfkey::kFinishingDuplex, jotfkey::kPMDuplexing, "Duplex"},
-    {jotfkey::kOutputColor, {}, "ZRColorMode"},
-    {jotfkey::kLightenDarken, {}, "ZRImageQuality"},
+    {tkey::kFinishingDuplex, tkey::kPMDuplexing, "Duplex"},
+    {tkey::kOutputColor, {}, "ZRColorMode"},
+    {tkey::kLightenDarken, {}, "ZRImageQuality"},
 };
 
 // Job-template attributes of the job ticket that are standard IPP job
@@ -182,8 +182,8 @@ std::string QuotedOptionValue(std::string_view text) {
 }
 
 std::optional<std::int32_t> JobDuplexValue(const Ticket& settings, const PPD* ppd) {
-  std::optional<std::int32_t> v = TicketInt(settings, jotfkey::kFinishingDuplex);
-  if (!v) v = TicketInt(settings, jotfkey::kPMDuplexing);
+  std::optional<std::int32_t> v = TicketInt(settings, tkey::kFinishingDuplex);
+  if (!v) v = TicketInt(settings, tkey::kPMDuplexing);
   if (!v && ppd != nullptr) {
     if (std::optional<std::string> choice = PPDCopyDefaultChoice(ppd, "Duplex")) {
       v = PPDTicketValueForChoice("Duplex", choice->c_str());
@@ -264,17 +264,17 @@ JobOptions StandardAttributesFromSettings(const Ticket& settings,
                                           const std::optional<PageSizePoints>& page,
                                           bool hasMedia) {
   JobOptions options;
-  if (std::optional<std::int32_t> copies = TicketInt(settings, kPMCopiesKey);
+  if (std::optional<std::int32_t> copies = TicketInt(settings, tkey::kPMCopies);
       copies && *copies > 0) {
     options.push_back({"copies", std::to_string(*copies)});
   }
-  if (std::optional<bool> collate = settings.getBoolean(kPMCopyCollateKey)) {
+  if (std::optional<bool> collate = settings.getBoolean(tkey::kPMCopyCollate)) {
     options.push_back({"multiple-document-handling", *collate
                                                          ? "separate-documents-collated-copies"
                                                          : "separate-documents-uncollated-copies"});
   }
-  const std::int32_t first = TicketInt(settings, kPMFirstPageKey).value_or(1);
-  const std::int32_t last = TicketInt(settings, kPMLastPageKey).value_or(kAllPages);
+  const std::int32_t first = TicketInt(settings, tkey::kPMFirstPage).value_or(1);
+  const std::int32_t last = TicketInt(settings, tkey::kPMLastPage).value_or(kAllPages);
   if (first >= 1 && last >= first && (first > 1 || last < kAllPages)) {
     options.push_back({"page-ranges", std::to_string(first) + "-" + std::to_string(last)});
   }

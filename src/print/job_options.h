@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "core/ticket.h"
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_page_size.h"
 
 namespace zorva {
@@ -26,13 +27,8 @@ struct JobOption {
 };
 using JobOptions = std::vector<JobOption>;
 
-// The platform's print-settings items for the standard choices of a print
-// dialog: number of copies, collation (boolean), and the page range (first
-// and last page, 1-based; a last page of kAllPages or more means the end).
-inline constexpr std::string_view kPMCopiesKey = "com.apple.print.PrintSettings.PMCopies";
-inline constexpr std::string_view kPMCopyCollateKey = "com.apple.print.PrintSettings.PMCopyCollate";
-inline constexpr std::string_view kPMFirstPageKey = "com.apple.print.PrintSettings.PMFirstPage";
-inline constexpr std::string_view kPMLastPageKey = "com.apple.print.PrintSettings.PMLastPage";
+// The last page of a page range that means "to the end" (the platform's
+// print settings keep copies, collation and the first and last page, 1-based).
 inline constexpr std::int32_t kAllPages = 999999;
 
 // The job's two-sided choice as a "Duplex" ticket value (1 none, 2 long

@@ -8,8 +8,8 @@
 #include <cerrno>
 #include <cstring>
 
+#include "core/ticket_keys.h"
 #include "host/preferences.h"
-#include "jobticket/jotf_keys.h"
 #include "print/job_options.h"
 
 namespace zorva {
@@ -18,12 +18,8 @@ namespace {
 
 // Items of one document or one moment, never kept in a preset.
 constexpr std::string_view kTransientKeys[] = {
-    kPMFirstPageKey,
-    kPMLastPageKey,
-    jotfkey::kPMJobName,
-    jotfkey::kClientUserName,
-    jotfkey::kClientComputerName,
-    jotfkey::kClientIPAddress,
+    tkey::kPMFirstPage,    tkey::kPMLastPage,         tkey::kPMJobName,
+    tkey::kClientUserName, tkey::kClientComputerName, tkey::kClientIPAddress,
 };
 
 // File names are limited to 255 bytes; the extension takes its share.

@@ -15,8 +15,8 @@
 #include <memory>
 
 #include "core/file_io.h"
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_export.h"
-#include "jobticket/jotf_keys.h"
 #include "paper/ppd.h"
 #include "print/printers.h"
 #include "watermarks/watermark_choice.h"
@@ -113,7 +113,7 @@ std::unique_ptr<cups_dest_t, DestFree> FindQueue(const std::string& queue, Print
 
 bool SendsJobTicket(const Ticket& settings) {
   std::int32_t emit = 1;
-  return !settings.getNumber(jotfkey::kEmitJOTF, emit) || emit != 0;
+  return !settings.getNumber(tkey::kEmitJOTF, emit) || emit != 0;
 }
 
 PrintJob BuildPrintJob(PrintSession& session, const PPD* ppd, const std::filesystem::path& document,
@@ -138,7 +138,7 @@ PrintJob BuildPrintJob(PrintSession& session, const PPD* ppd, const std::filesys
     PrintSession* previous = GetCurrentPrintSession();
     SetCurrentPrintSession(&session);
     page = CurrentPageSize();
-    if (std::int32_t o = 0; page && session.pageFormat().getNumber(kPageFormatOrientationKey, o)) {
+    if (std::int32_t o = 0; page && session.pageFormat().getNumber(tkey::kPMOrientation, o)) {
       page->orientation = o;
     }
     SetCurrentPrintSession(previous);
@@ -152,7 +152,7 @@ PrintJob BuildPrintJob(PrintSession& session, const PPD* ppd, const std::filesys
     }
   }
   if (jobName.empty()) {
-    if (const std::string* name = settings.getString(jotfkey::kPMJobName)) jobName = *name;
+    if (const std::string* name = settings.getString(tkey::kPMJobName)) jobName = *name;
   }
   job.title = jobName.empty() ? document.filename().string() : jobName;
   if (allowJobTicket && SendsJobTicket(settings) && !ticket.empty()) job.jobTicket = ticket;
@@ -237,11 +237,9 @@ std::optional<PrintFailure> PrintToQueue(const PrintRequest& request, int* jobId
   PrintSession session(request.queue, uri ? uri : "", {});
   session.printSettings() = request.settings;
   if (request.page) {
-    session.pageFormat().setReal(kTicketClientSystem, kPageFormatPaperWidthKey,
-                                 request.page->width);
-    session.pageFormat().setReal(kTicketClientSystem, kPageFormatPaperLengthKey,
-                                 request.page->length);
-    session.pageFormat().setNumber(kTicketClientSystem, kPageFormatOrientationKey,
+    session.pageFormat().setReal(kTicketClientSystem, tkey::kPMPaperWidth, request.page->width);
+    session.pageFormat().setReal(kTicketClientSystem, tkey::kPMPaperLength, request.page->length);
+    session.pageFormat().setNumber(kTicketClientSystem, tkey::kPMOrientation,
                                    request.page->orientation);
   }
   const PrintJob job = BuildPrintJob(session, ppd.get(), request.document, request.allowJobTicket);

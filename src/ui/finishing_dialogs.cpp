@@ -18,14 +18,14 @@
 #include <vector>
 
 #include "core/bundle.h"
-#include "jobticket/jotf_keys.h"
+#include "core/ticket_keys.h"
 #include "ui/controls.h"
 #include "ui/panel_view.h"
 
 namespace zorva {
 namespace {
 
-namespace key = jotfkey;
+namespace key = tkey;
 
 // One pop-up row of the finishing window: its label and the entries whose
 // installed values it lists.

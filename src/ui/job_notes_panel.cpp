@@ -12,7 +12,7 @@
 #include <new>
 
 #include "core/print_session.h"
-#include "jobticket/jotf_keys.h"
+#include "core/ticket_keys.h"
 #include "panels/job_notes.h"
 #include "ui/controls.h"
 #include "ui/panel_view.h"
@@ -186,7 +186,7 @@ Status JobNotesSync(PDEContext context, PrintSession* session, bool reinitialize
     // Absent keys keep what the panel holds: the defaults at first, later
     // what the panel itself wrote (an emptied field has no key).
     panel->settings = ReadJobNotesSettings(*ticket, &panel->settings);
-    const std::string* document = ticket->getString(jotfkey::kPMJobName);
+    const std::string* document = ticket->getString(tkey::kPMJobName);
     panel->documentName = document ? *document : std::string();
     ShowSettings(*panel);
   } else {

@@ -6,12 +6,12 @@
 namespace zorva {
 
 std::optional<WatermarkChoice> WatermarkChoiceFromTicket(const Ticket& ticket) {
-  const std::string* name = ticket.getString(kWatermarkNameKey);
+  const std::string* name = ticket.getString(tkey::kWatermarkName);
   if (!name || name->empty()) return std::nullopt;
   WatermarkChoice choice;
   choice.name = *name;
-  choice.firstPageOnly = ticket.getBoolean(kWatermarkFirstPageOnlyKey).value_or(false);
-  choice.inFront = ticket.getBoolean(kWatermarkInFrontKey).value_or(false);
+  choice.firstPageOnly = ticket.getBoolean(tkey::kWatermarkFirstPageOnly).value_or(false);
+  choice.inFront = ticket.getBoolean(tkey::kWatermarkInFront).value_or(false);
   return choice;
 }
 

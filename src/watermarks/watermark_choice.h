@@ -11,16 +11,11 @@
 #include <utility>
 #include <vector>
 
+#include "core/ticket_keys.h"
+
 namespace zorva {
 
 class Ticket;
-
-// Ticket keys: the chosen watermark's name (string; absent or empty is no
-// watermark) and two booleans, stored only when true.
-inline constexpr std::string_view kWatermarkNameKey = "com.zorva.print.WatermarkName";
-inline constexpr std::string_view kWatermarkFirstPageOnlyKey =
-    "com.zorva.print.WatermarkFirstPageOnly";
-inline constexpr std::string_view kWatermarkInFrontKey = "com.zorva.print.WatermarkInFront";
 
 // Job options (IPP attribute names are lower-case keywords): the name, the
 // pages ("all" or "first") and the layer ("behind" the page's own marks or

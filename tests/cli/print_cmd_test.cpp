@@ -8,7 +8,7 @@
 
 #include "cli/cli_test_util.h"
 #include "core/ticket.h"
-#include "jobticket/jotf_keys.h"
+#include "core/ticket_keys.h"
 #include "print/job_options.h"
 #include "support/recording_queue.h"
 
@@ -28,12 +28,12 @@ class PrintCommand : public ::testing::Test {
     home_.emplace("HOME", dir_.path().string());
     WriteText(dir_ / "doc.pdf", kPdf);
     Ticket ticket = *Ticket::Load(ZORVA_TEST_DATA "/../../examples/job-settings.plist");
-    ticket.setNumber(kTicketClientSystem, jotfkey::kFinishingDuplex, 3);
-    ticket.setNumber(kTicketClientSystem, jotfkey::kAccountingOn, 3);  // accounting on
-    ticket.setString(kTicketClientSystem, jotfkey::kAccountingUserId, "dana");
-    ticket.setString(kTicketClientSystem, jotfkey::kAccountingAccountId, "Dept 7, \"Print\"");
-    ticket.setNumber(kTicketClientSystem, kPMCopiesKey, 2);
-    ticket.setString(kTicketClientSystem, jotfkey::kPMJobName, "Quarterly report");
+    ticket.setNumber(kTicketClientSystem, tkey::kFinishingDuplex, 3);
+    ticket.setNumber(kTicketClientSystem, tkey::kAccountingOn, 3);  // accounting on
+    ticket.setString(kTicketClientSystem, tkey::kAccountingUserId, "dana");
+    ticket.setString(kTicketClientSystem, tkey::kAccountingAccountId, "Dept 7, \"Print\"");
+    ticket.setNumber(kTicketClientSystem, tkey::kPMCopies, 2);
+    ticket.setString(kTicketClientSystem, tkey::kPMJobName, "Quarterly report");
     ASSERT_EQ(ticket.save(dir_ / "job.plist"), 0);
   }
 
@@ -91,7 +91,7 @@ TEST_F(PrintCommand, WithoutTheJobTicketOnlyTheDocumentIsSent) {
   EXPECT_NE(options.find("Duplex=DuplexTumble"), std::string::npos) << options;
 
   Ticket ticket = *Ticket::Load(dir_ / "job.plist");
-  ticket.setNumber(kTicketClientSystem, jotfkey::kEmitJOTF, 0);
+  ticket.setNumber(kTicketClientSystem, tkey::kEmitJOTF, 0);
   ASSERT_EQ(ticket.save(dir_ / "job.plist"), 0);
   PrintAndRecord({}, &data, &options);
   EXPECT_EQ(data, kPdf) << "the Advanced panel's choice turns the job ticket off";

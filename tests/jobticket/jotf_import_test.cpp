@@ -8,9 +8,9 @@
 #include <set>
 
 #include "core/plist_io.h"
+#include "core/ticket_keys.h"
 #include "jobticket/device_profile.h"
 #include "jobticket/jotf_import.h"
-#include "jobticket/jotf_keys.h"
 #include "jotf_test_util.h"
 #include "support/test_support.h"
 

@@ -147,9 +147,9 @@ class JotfPageSize : public ::testing::Test {
   using Size = std::pair<std::uint32_t, std::uint32_t>;
   Size SizeFor(double width, double length, int orientation, const Dictionary* stock = nullptr) {
     session_.pageFormat().clear();
-    session_.pageFormat().setReal("Z", kPageFormatPaperWidthKey, width);
-    session_.pageFormat().setReal("Z", kPageFormatPaperLengthKey, length);
-    session_.pageFormat().setNumber("Z", kPageFormatOrientationKey, orientation);
+    session_.pageFormat().setReal("Z", tkey::kPMPaperWidth, width);
+    session_.pageFormat().setReal("Z", tkey::kPMPaperLength, length);
+    session_.pageFormat().setNumber("Z", tkey::kPMOrientation, orientation);
     SetCurrentPrintSession(&session_);
     MEDIADATA m;
     FillMediaData(&m, stock);

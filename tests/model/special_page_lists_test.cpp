@@ -227,21 +227,22 @@ TEST(SpecialPageListTest, AddAndUpdateTakeTheListsOwnPagesSafely) {
 TEST(SpecialPageListTest, ListsInTheTicket) {
   Ticket ticket;
   InsertList inserts;
-  ticket.setArray("x", kInsertListKey, Array{});
-  EXPECT_EQ(SyncSpecialPageList(ticket, SyncDirection::ToTicket, kInsertListKey, inserts), kNoErr);
-  EXPECT_FALSE(ticket.contains(kInsertListKey)) << "an empty list removes the key";
+  ticket.setArray("x", tkey::kInsertList, Array{});
+  EXPECT_EQ(SyncSpecialPageList(ticket, SyncDirection::ToTicket, tkey::kInsertList, inserts),
+            kNoErr);
+  EXPECT_FALSE(ticket.contains(tkey::kInsertList)) << "an empty list removes the key";
 
   // A stored list is re-merged (and re-sorted) on reading.
   Array stored{Value(Exception(1, 10, 1).asTicket()), Value(Exception(3, 5, 2).asTicket()),
                Value("not a page")};
-  ticket.setArray("x", kExceptionListKey, stored);
+  ticket.setArray("x", tkey::kExceptionList, stored);
   ExceptionPageList exceptions = ListOf({{50, 60, 9}});
-  SyncSpecialPageList(ticket, SyncDirection::FromTicket, kExceptionListKey, exceptions);
+  SyncSpecialPageList(ticket, SyncDirection::FromTicket, tkey::kExceptionList, exceptions);
   EXPECT_EQ(Ranges(exceptions), (std::vector<Range>{{1, 2, 1}, {3, 5, 2}, {6, 10, 1}}));
 
-  SyncSpecialPageList(ticket, SyncDirection::ToTicket, kExceptionListKey, exceptions);
-  EXPECT_EQ(ticket.item(kExceptionListKey)->client, kTicketClientPrint);
-  EXPECT_EQ(ticket.getArray(kExceptionListKey)->size(), 3u);
+  SyncSpecialPageList(ticket, SyncDirection::ToTicket, tkey::kExceptionList, exceptions);
+  EXPECT_EQ(ticket.item(tkey::kExceptionList)->client, kTicketClientPrint);
+  EXPECT_EQ(ticket.getArray(tkey::kExceptionList)->size(), 3u);
 }
 
 TEST(SpecialPageListTest, CoversUnderBookletLayout) {
@@ -252,16 +253,16 @@ TEST(SpecialPageListTest, CoversUnderBookletLayout) {
   back->setStartPage(99);  // not compared
 
   SyncCovers(ticket, SyncDirection::ToTicket, front, back);
-  EXPECT_TRUE(ticket.contains(kBackCoverKey)) << "without booklet layout both are stored";
+  EXPECT_TRUE(ticket.contains(tkey::kBackCover)) << "without booklet layout both are stored";
 
-  ticket.setBoolean("x", kBookletLayoutKey, true);
+  ticket.setBoolean("x", tkey::kBookletLayout, true);
   SyncCovers(ticket, SyncDirection::ToTicket, front, back);
-  EXPECT_TRUE(ticket.contains(kFrontCoverKey));
-  EXPECT_FALSE(ticket.contains(kBackCoverKey)) << "one sheet wraps the booklet";
+  EXPECT_TRUE(ticket.contains(tkey::kFrontCover));
+  EXPECT_FALSE(ticket.contains(tkey::kBackCover)) << "one sheet wraps the booklet";
 
   back->setSidesImaged(3);
   SyncCovers(ticket, SyncDirection::ToTicket, front, back);
-  EXPECT_TRUE(ticket.contains(kBackCoverKey));
+  EXPECT_TRUE(ticket.contains(tkey::kBackCover));
 
   // Reading under booklet layout ignores the stored back cover.
   std::unique_ptr<Cover> readFront, readBack;
@@ -270,7 +271,7 @@ TEST(SpecialPageListTest, CoversUnderBookletLayout) {
   EXPECT_NE(readBack, readFront);
   EXPECT_TRUE(*readBack == *front);
 
-  ticket.setBoolean("x", kBookletLayoutKey, false);
+  ticket.setBoolean("x", tkey::kBookletLayout, false);
   SyncCovers(ticket, SyncDirection::FromTicket, readFront, readBack);
   EXPECT_EQ(readBack->sidesImaged(), 3);
 

@@ -4,14 +4,14 @@
 
 #include <gtest/gtest.h>
 
+#include "core/ticket_keys.h"
 #include "host/tabrix.h"
-#include "jobticket/jotf_keys.h"
 #include "panels/panel_table.h"
 
 namespace zorva {
 namespace {
 
-namespace key = jotfkey;
+namespace key = tkey;
 
 TEST(AdvancedSettings, AnEmptyTicketReadsAsTheDefaults) {
   const AdvancedSettings s = ReadAdvancedSettings(Ticket{});

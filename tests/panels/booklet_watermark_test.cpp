@@ -5,13 +5,13 @@
 
 #include <gtest/gtest.h>
 
+#include "core/ticket_keys.h"
 #include "host/keyword_tables.h"
-#include "jobticket/jotf_keys.h"
 
 namespace zorva {
 namespace {
 
-namespace key = bookletkey;
+namespace key = tkey;
 
 TEST(BookletWatermark, AnEmptyTicketReadsAsTheDefaults) {
   const BookletSettings s = ReadBookletSettings(Ticket{});
@@ -39,10 +39,10 @@ TEST(BookletWatermark, SettingsRoundTripWithTheirClients) {
   EXPECT_EQ(ticket.item(key::kGutter)->client, "Z");
   EXPECT_EQ(ticket.item(key::kCreep)->client, "Z");
   EXPECT_EQ(ticket.item(key::kBookletLayout)->client, "com.zorva.printingmanager");
-  EXPECT_EQ(ticket.item(jotfkey::kBookletFoldStaple)->client, "com.zorva.printingmanager");
+  EXPECT_EQ(ticket.item(tkey::kBookletFoldStaple)->client, "com.zorva.printingmanager");
   s.watermark.clear();
   WriteBookletSettings(ticket, s);
-  EXPECT_FALSE(ticket.contains(key::kWatermark));
+  EXPECT_FALSE(ticket.contains(key::kWatermarkName));
 }
 
 // The job ticket's finishing writer takes these values as booklet fold codes.

@@ -6,15 +6,15 @@
 
 #include <gtest/gtest.h>
 
+#include "core/ticket_keys.h"
 #include "host/keyword_tables.h"
 #include "host/ticket_helpers.h"
-#include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_maps.h"
 
 namespace zorva {
 namespace {
 
-namespace key = jotfkey;
+namespace key = tkey;
 
 TEST(ImageOptions, AnEmptyTicketReadsAsPrinterDefaultsAndWritesNothing) {
   Ticket ticket;

@@ -6,15 +6,15 @@
 
 #include <gtest/gtest.h>
 
+#include "core/ticket_keys.h"
 #include "host/preferences.h"
 #include "jobticket/jotf_job_attributes.h"
-#include "jobticket/jotf_keys.h"
 #include "support/test_support.h"
 
 namespace zorva {
 namespace {
 
-namespace key = jotfkey;
+namespace key = tkey;
 
 // A preference folder of the test's own.
 class JobNotesFiles : public ::testing::Test {

@@ -10,15 +10,15 @@
 #include <map>
 #include <string>
 
+#include "core/ticket_keys.h"
 #include "host/installable_options.h"
 #include "jobticket/jotf_frame.h"
-#include "jobticket/jotf_keys.h"
 #include "support/finishing_enums.h"
 
 namespace zorva {
 namespace {
 
-namespace key = jotfkey;
+namespace key = tkey;
 
 // Installs a finisher that has exactly the given features.
 class Finisher {
@@ -110,13 +110,13 @@ TEST(PaperOutput, BookletLayoutIsOnlyTurnedOnAndItsBordersOnlyChangedByTheTicket
   s.bookletLayout = true;
   s.bookletDrawOutlines = 3;
   Ticket ticket;
-  ticket.setBoolean("Z", kBookletLayout, false);
+  ticket.setBoolean("Z", tkey::kBookletLayout, false);
   ReadPaperOutputSettings(ticket, s, std::nullopt);
   EXPECT_TRUE(s.bookletLayout);
   EXPECT_EQ(s.bookletDrawOutlines, 3);
   s.bookletLayout = false;
-  ticket.setBoolean("Z", kBookletLayout, true);
-  ticket.setNumber("Z", kBookletDrawOutlines, 1);
+  ticket.setBoolean("Z", tkey::kBookletLayout, true);
+  ticket.setNumber("Z", tkey::kBookletDrawOutlines, 1);
   ReadPaperOutputSettings(ticket, s, std::nullopt);
   EXPECT_TRUE(s.bookletLayout);
   EXPECT_EQ(s.bookletDrawOutlines, 1);
@@ -237,7 +237,7 @@ TEST(PaperOutput, JobTypeDictionaryKeepsEveryEntryAndLeavesFalseOut) {
 TEST(PaperOutput, JobInfoGivesUnknownForAMissingJobName) {
   PaperOutputSettings s;
   Ticket pageFormat;
-  pageFormat.setNumber("Z", kPMOrientation, 2);
+  pageFormat.setNumber("Z", tkey::kPMOrientation, 2);
   ReadPaperOutputJobInfo(Ticket{}, &pageFormat, s);
   EXPECT_EQ(s.jobName, "Unknown");
   EXPECT_EQ(s.orientation, 2);

@@ -6,8 +6,8 @@
 #include <cups/cups.h>
 #include <gtest/gtest.h>
 
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_export.h"
-#include "jobticket/jotf_keys.h"
 #include "paper/ppd.h"
 #include "support/test_support.h"
 
@@ -39,13 +39,13 @@ TEST(JobDuplexValue, PanelThenPlatformThenThePPDsDefault) {
     std::optional<std::int32_t> expected;
   };
   const Case cases[] = {
-      {With({{jotfkey::kFinishingDuplex, 2}, {jotfkey::kPMDuplexing, 3}}), tumble.get(), 2},
-      {With({{jotfkey::kPMDuplexing, 3}}), none.get(), 3},
+      {With({{tkey::kFinishingDuplex, 2}, {tkey::kPMDuplexing, 3}}), tumble.get(), 2},
+      {With({{tkey::kPMDuplexing, 3}}), none.get(), 3},
       {With({}), tumble.get(), 3},
       {With({}), none.get(), 1},
       {With({}), nullptr, std::nullopt},
-      {With({{jotfkey::kFinishingDuplex, kUnset}}), tumble.get(), 3},
-      {With({{jotfkey::kFinishingDuplex, 9}}), tumble.get(), std::nullopt},
+      {With({{tkey::kFinishingDuplex, kUnset}}), tumble.get(), 3},
+      {With({{tkey::kFinishingDuplex, 9}}), tumble.get(), std::nullopt},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(JobDuplexValue(c.settings, c.ppd), c.expected) << &c - cases;
@@ -57,7 +57,7 @@ TEST(JobDuplexValue, PanelThenPlatformThenThePPDsDefault) {
 
 TEST(PPDChoiceOptions, SettingsFirstThenTheTicketsChoicesThePPDOffers) {
   const PPDPtr ppd = ProductionPPD();
-  Ticket t = With({{jotfkey::kFinishingDuplex, 3}, {jotfkey::kOutputColor, 1}});
+  Ticket t = With({{tkey::kFinishingDuplex, 3}, {tkey::kOutputColor, 1}});
   PPDSetCurrentChoice(t, "Duplex", "None");          // the setting wins
   PPDSetCurrentChoice(t, "OutputBin", "Upper");      // offered
   PPDSetCurrentChoice(t, "JCLBanner", "True");       // not in this PPD
@@ -69,9 +69,9 @@ TEST(PPDChoiceOptions, SettingsFirstThenTheTicketsChoicesThePPDOffers) {
 }
 
 TEST(QuotedOptionValue, LibcupsReadsEveryValueBackUnchanged) {
-  for (std::string_view value : {"plain", "two words", "a,b", "say \"hi\"", "back\\slash",
-                                 "{braces}", "it's", "a=b", "", "tab\there", "Grüße",
-                                 "vertical\vtab", "form\ffeed"}) {
+  for (std::string_view value :
+       {"plain", "two words", "a,b", "say \"hi\"", "back\\slash", "{braces}", "it's", "a=b", "",
+        "tab\there", "Grüße", "vertical\vtab", "form\ffeed"}) {
     cups_option_t* options = nullptr;
     const std::string text = "name=" + QuotedOptionValue(value);
     const int n = cupsParseOptions(text.c_str(), 0, &options);
@@ -83,10 +83,10 @@ TEST(QuotedOptionValue, LibcupsReadsEveryValueBackUnchanged) {
 
 TEST(StandardAttributesFromJobTicket, TakesTheStandardOnesOfTheDocument) {
   Ticket t = *Ticket::Load(TestData("../../examples/job-settings.plist"));
-  t.setString(kTicketClientSystem, jotfkey::kAccountingAccountId, "Dept 7");
-  t.setNumber(kTicketClientSystem, jotfkey::kAccountingOn, 3);  // accounting on
-  t.setString(kTicketClientSystem, jotfkey::kAccountingUserId, "dana");
-  t.setNumber(kTicketClientSystem, jotfkey::kOutputColor, 1);
+  t.setString(kTicketClientSystem, tkey::kAccountingAccountId, "Dept 7");
+  t.setNumber(kTicketClientSystem, tkey::kAccountingOn, 3);  // accounting on
+  t.setString(kTicketClientSystem, tkey::kAccountingUserId, "dana");
+  t.setNumber(kTicketClientSystem, tkey::kOutputColor, 1);
   PrintSession session;
   session.printSettings() = t;
   std::string name;
@@ -123,8 +123,8 @@ TEST(StandardAttributesFromJobTicket, AnythingButAJobTicketGivesNothing) {
 }
 
 TEST(StandardAttributesFromSettings, CopiesCollationRangeOrientationAndPaper) {
-  Ticket t = With({{kPMCopiesKey, 3}, {kPMFirstPageKey, 2}, {kPMLastPageKey, 5}});
-  t.setBoolean(kTicketClientSystem, kPMCopyCollateKey, false);
+  Ticket t = With({{tkey::kPMCopies, 3}, {tkey::kPMFirstPage, 2}, {tkey::kPMLastPage, 5}});
+  t.setBoolean(kTicketClientSystem, tkey::kPMCopyCollate, false);
   const PageSizePoints a4{595, 842, 1};
   const JobOptions expected = {
       {"copies", "3"},
@@ -134,9 +134,10 @@ TEST(StandardAttributesFromSettings, CopiesCollationRangeOrientationAndPaper) {
       {"media-col", "{media-size={x-dimension=21000 y-dimension=29700}}"}};
   EXPECT_EQ(StandardAttributesFromSettings(t, a4, false), expected);
   EXPECT_EQ(StandardAttributesFromSettings(t, a4, true).size(), 4u) << "the ticket's paper wins";
-  EXPECT_TRUE(StandardAttributesFromSettings(
-                  With({{kPMFirstPageKey, 1}, {kPMLastPageKey, kAllPages}}), std::nullopt, false)
-                  .empty())
+  EXPECT_TRUE(
+      StandardAttributesFromSettings(
+          With({{tkey::kPMFirstPage, 1}, {tkey::kPMLastPage, kAllPages}}), std::nullopt, false)
+          .empty())
       << "all pages is no range";
 }
 

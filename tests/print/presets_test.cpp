@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "jobticket/jotf_keys.h"
+#include "core/ticket_keys.h"
 #include "print/job_options.h"
 #include "support/test_support.h"
 
@@ -18,10 +18,10 @@ using test::TempDir;
 class Presets : public ::testing::Test {
  protected:
   Presets() : prefs_("ZORVA_PREFERENCES_DIR", (dir_ / "config").string()) {
-    settings_.setNumber(kTicketClientSystem, jotfkey::kFinishingDuplex, 2);
-    settings_.setString(kTicketClientSystem, jotfkey::kPMJobName, "Report");
-    settings_.setNumber(kTicketClientSystem, kPMFirstPageKey, 3);
-    settings_.setString(kTicketClientSystem, jotfkey::kClientIPAddress, "10.0.0.7");
+    settings_.setNumber(kTicketClientSystem, tkey::kFinishingDuplex, 2);
+    settings_.setString(kTicketClientSystem, tkey::kPMJobName, "Report");
+    settings_.setNumber(kTicketClientSystem, tkey::kPMFirstPage, 3);
+    settings_.setString(kTicketClientSystem, tkey::kClientIPAddress, "10.0.0.7");
   }
   TempDir dir_;
   ScopedEnv prefs_;
@@ -40,16 +40,16 @@ TEST_F(Presets, SaveListChooseDelete) {
   const std::optional<Ticket> chosen = LoadPreset("Duplex proofs", &error);
   ASSERT_TRUE(chosen) << error;
   std::int32_t duplex = 0;
-  EXPECT_TRUE(chosen->getNumber(jotfkey::kFinishingDuplex, duplex));
+  EXPECT_TRUE(chosen->getNumber(tkey::kFinishingDuplex, duplex));
   EXPECT_EQ(duplex, 2);
-  for (std::string_view gone : {jotfkey::kPMJobName, kPMFirstPageKey, jotfkey::kClientIPAddress}) {
+  for (std::string_view gone : {tkey::kPMJobName, tkey::kPMFirstPage, tkey::kClientIPAddress}) {
     EXPECT_FALSE(chosen->contains(gone)) << gone << " belongs to one job, not to a preset";
   }
   EXPECT_TRUE(Ticket::Load(*PresetPath("Duplex proofs"))) << "a preset is a ticket file";
 
-  settings_.setNumber(kTicketClientSystem, jotfkey::kFinishingDuplex, 3);
+  settings_.setNumber(kTicketClientSystem, tkey::kFinishingDuplex, 3);
   ASSERT_TRUE(SavePreset("Duplex proofs", settings_, &error)) << "saving again replaces";
-  LoadPreset("Duplex proofs", &error)->getNumber(jotfkey::kFinishingDuplex, duplex);
+  LoadPreset("Duplex proofs", &error)->getNumber(tkey::kFinishingDuplex, duplex);
   EXPECT_EQ(duplex, 3);
 
   ASSERT_TRUE(DeletePreset("Booklet", &error)) << error;
@@ -81,13 +81,13 @@ TEST_F(Presets, NamesAFileCannotCarryAreRefused) {
 TEST_F(Presets, LastUsedSettingsArePerPrinter) {
   std::string error;
   Ticket other;
-  other.setNumber(kTicketClientSystem, jotfkey::kFinishingDuplex, 1);
+  other.setNumber(kTicketClientSystem, tkey::kFinishingDuplex, 1);
   ASSERT_TRUE(SaveLastUsedSettings("QM4400", settings_, &error)) << error;
   ASSERT_TRUE(SaveLastUsedSettings("../Office/2", other, &error)) << error;
   std::int32_t duplex = 0;
-  LoadLastUsedSettings("QM4400")->getNumber(jotfkey::kFinishingDuplex, duplex);
+  LoadLastUsedSettings("QM4400")->getNumber(tkey::kFinishingDuplex, duplex);
   EXPECT_EQ(duplex, 2);
-  LoadLastUsedSettings("../Office/2")->getNumber(jotfkey::kFinishingDuplex, duplex);
+  LoadLastUsedSettings("../Office/2")->getNumber(tkey::kFinishingDuplex, duplex);
   EXPECT_EQ(duplex, 1);
   EXPECT_EQ(LastUsedPath("../Office/2")->parent_path(), dir_ / "config/last-used")
       << "a printer name never leaves the folder";

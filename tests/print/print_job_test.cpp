@@ -7,8 +7,8 @@
 
 #include <algorithm>
 
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_export.h"
-#include "jobticket/jotf_keys.h"
 #include "paper/ppd.h"
 #include "support/test_support.h"
 
@@ -20,8 +20,8 @@ using test::TempDir;
 PrintSession Session() {
   PrintSession s("QM4400", "ipp://printer.example/ipp/print", {});
   s.printSettings() = *Ticket::Load(test::TestData("../../examples/job-settings.plist"));
-  s.pageFormat().setReal(kTicketClientSystem, kPageFormatPaperWidthKey, 612);
-  s.pageFormat().setReal(kTicketClientSystem, kPageFormatPaperLengthKey, 792);
+  s.pageFormat().setReal(kTicketClientSystem, tkey::kPMPaperWidth, 612);
+  s.pageFormat().setReal(kTicketClientSystem, tkey::kPMPaperLength, 792);
   return s;
 }
 
@@ -34,8 +34,7 @@ TEST(BuildPrintJob, TheJobTicketIsTheExportOfTheSameSession) {
   EXPECT_EQ(*job.jobTicket, expected);
   EXPECT_EQ(job.queue, "QM4400");
   EXPECT_EQ(GetCurrentPrintSession(), nullptr) << "the current session is given back";
-  EXPECT_TRUE(printed.printSettings().contains(jotfkey::kOptions))
-      << "the host items, as on export";
+  EXPECT_TRUE(printed.printSettings().contains(tkey::kOptions)) << "the host items, as on export";
 }
 
 TEST(BuildPrintJob, SendJobTicketChoiceAndCallerCanLeaveItOut) {
@@ -47,7 +46,7 @@ TEST(BuildPrintJob, SendJobTicketChoiceAndCallerCanLeaveItOut) {
   for (const Case& c : {Case{std::nullopt, true, true}, Case{1, true, true}, Case{0, true, false},
                         Case{1, false, false}}) {
     PrintSession s = Session();
-    if (c.emit) s.printSettings().setNumber(kTicketClientSystem, jotfkey::kEmitJOTF, *c.emit);
+    if (c.emit) s.printSettings().setNumber(kTicketClientSystem, tkey::kEmitJOTF, *c.emit);
     const PrintJob job = BuildPrintJob(s, nullptr, "/tmp/a.pdf", c.allow);
     EXPECT_EQ(job.jobTicket.has_value(), c.sent) << c.emit.value_or(-1) << " " << c.allow;
     EXPECT_FALSE(job.options.empty()) << "the job options go either way";
@@ -59,7 +58,7 @@ TEST(BuildPrintJob, TitleFromTheJobTicketThenTheJobNameThenTheFile) {
   EXPECT_EQ(BuildPrintJob(s, nullptr, "/tmp/a.pdf", true).title, "Quarterly report Q1");
   PrintSession plain;
   EXPECT_EQ(BuildPrintJob(plain, nullptr, "/tmp/a.pdf", true).title, "a.pdf");
-  plain.printSettings().setString(kTicketClientSystem, jotfkey::kPMJobName, "Report");
+  plain.printSettings().setString(kTicketClientSystem, tkey::kPMJobName, "Report");
   EXPECT_EQ(BuildPrintJob(plain, nullptr, "/tmp/a.pdf", true).title, "Report");
 }
 

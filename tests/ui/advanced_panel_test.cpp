@@ -9,14 +9,14 @@
 #include <QRadioButton>
 #include <QTest>
 
-#include "jobticket/jotf_keys.h"
+#include "core/ticket_keys.h"
 #include "plugin_host.h"
 #include "support/test_support.h"
 
 namespace zorva::test {
 namespace {
 
-namespace key = jotfkey;
+namespace key = tkey;
 constexpr int kAdvancedTab = 6;
 
 class AdvancedPanelTest : public ::testing::Test {

@@ -15,7 +15,7 @@
 #include <QRadioButton>
 #include <QSpinBox>
 
-#include "jobticket/jotf_keys.h"
+#include "core/ticket_keys.h"
 #include "modal_driver.h"
 #include "panels/booklet_watermark.h"
 #include "plugin_host.h"
@@ -25,7 +25,7 @@
 namespace zorva::test {
 namespace {
 
-namespace key = bookletkey;
+namespace key = tkey;
 constexpr int kBookletTab = 5;
 
 void SavePicture(QWidget* window, const char* name) {
@@ -89,7 +89,7 @@ TEST_F(BookletWatermarkPanelTest, AnEmptyTicketAndStoreShowTheDefaults) {
   EXPECT_TRUE(dialog.ticket().getNumber(key::kGutter, gutter));
   EXPECT_EQ(gutter, 24);
   EXPECT_EQ(dialog.ticket().getBoolean(key::kBookletLayout), false);
-  EXPECT_FALSE(dialog.ticket().contains(key::kWatermark));
+  EXPECT_FALSE(dialog.ticket().contains(key::kWatermarkName));
 }
 
 TEST_F(BookletWatermarkPanelTest, EveryControlIsWrittenToItsKeyAndReadBack) {
@@ -155,7 +155,7 @@ TEST_F(BookletWatermarkPanelTest, ANewTextWatermarkIsSavedWithItsFont) {
   EXPECT_GT(font.size(), 10000u);
   EXPECT_EQ(menu()->currentText(), "PROOF");
   ASSERT_EQ(dialog.sync(false), kNoErr);
-  EXPECT_EQ(*dialog.ticket().getString(key::kWatermark), "PROOF");
+  EXPECT_EQ(*dialog.ticket().getString(key::kWatermarkName), "PROOF");
 }
 
 TEST_F(BookletWatermarkPanelTest, APictureWatermarkIsSavedUnderItsFileName) {
@@ -216,7 +216,7 @@ TEST_F(BookletWatermarkPanelTest, EditingRenamesInPlaceAndDeletingRemoves) {
 
 TEST_F(BookletWatermarkPanelTest, PanelPicture) {
   dialog.ticket().setBoolean("Z", key::kBookletLayout, true);
-  dialog.ticket().setString("Z", key::kWatermark, "Confidential");
+  dialog.ticket().setString("Z", key::kWatermarkName, "Confidential");
   open();
   dialog.pane().show();
   EXPECT_EQ(dialog.pane().grab().width(), 540);

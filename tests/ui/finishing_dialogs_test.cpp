@@ -20,7 +20,7 @@
 namespace zorva::test {
 namespace {
 
-namespace key = jotfkey;
+namespace key = tkey;
 
 class EveryFeature {
  public:

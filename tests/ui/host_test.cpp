@@ -16,7 +16,7 @@
 #include <string>
 #include <vector>
 
-#include "jobticket/jotf_keys.h"
+#include "core/ticket_keys.h"
 #include "plugin_host.h"
 #include "support/ipp_printer.h"
 #include "support/test_support.h"
@@ -305,13 +305,13 @@ TEST_F(HostTest, TheSpecialPagesPanelRefusesASecondOpenAndTheOthersTakeIt) {
 TEST_F(HostTest, SavingSyncAddsTheHostItems) {
   Dialog dialog;
   dialog.start();
-  dialog.ticket().setNumber("Z", jotfkey::kRotateBooklet180, 1);
+  dialog.ticket().setNumber("Z", tkey::kRotateBooklet180, 1);
   ASSERT_EQ(dialog.sync(false), kNoErr);
-  const Dictionary* options = dialog.ticket().getDictionary(jotfkey::kOptions);
+  const Dictionary* options = dialog.ticket().getDictionary(tkey::kOptions);
   ASSERT_NE(options, nullptr);
-  EXPECT_EQ(options->getBool(jotfkey::kOptionAll), true);
-  EXPECT_FALSE(dialog.ticket().contains(jotfkey::kRotateBooklet180));
-  const TicketItem* family = dialog.ticket().item(jotfkey::kControllerFamily);
+  EXPECT_EQ(options->getBool(tkey::kOptionAll), true);
+  EXPECT_FALSE(dialog.ticket().contains(tkey::kRotateBooklet180));
+  const TicketItem* family = dialog.ticket().item(tkey::kControllerFamily);
   ASSERT_NE(family, nullptr);
   EXPECT_EQ(*family->value.string(), "Kestrix");
   EXPECT_EQ(family->client, "Z");

@@ -13,9 +13,9 @@
 #include <QSpinBox>
 #include <QTest>
 
+#include "core/ticket_keys.h"
 #include "host/ticket_helpers.h"
 #include "jobticket/jotf_export.h"
-#include "jobticket/jotf_keys.h"
 #include "modal_driver.h"
 #include "plugin_host.h"
 #include "support/test_support.h"
@@ -23,7 +23,7 @@
 namespace zorva::test {
 namespace {
 
-namespace key = jotfkey;
+namespace key = tkey;
 constexpr int kImageOptionsTab = 3;
 
 // The panel's menus, in control order, with their keys.

@@ -12,16 +12,16 @@
 #include <QPushButton>
 #include <QTest>
 
+#include "core/ticket_keys.h"
 #include "host/preferences.h"
 #include "jobticket/jotf_export.h"
-#include "jobticket/jotf_keys.h"
 #include "plugin_host.h"
 #include "support/test_support.h"
 
 namespace zorva::test {
 namespace {
 
-namespace key = jotfkey;
+namespace key = tkey;
 constexpr int kJobNotesTab = 4;
 
 // Control number and key of each text field.

@@ -17,8 +17,8 @@
 #include <deque>
 #include <functional>
 
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_export.h"
-#include "jobticket/jotf_keys.h"
 #include "modal_driver.h"
 #include "plugin_host.h"
 #include "support/test_support.h"
@@ -26,7 +26,7 @@
 namespace zorva::test {
 namespace {
 
-namespace key = jotfkey;
+namespace key = tkey;
 const std::filesystem::path kZorvaPPD =
     std::filesystem::path(ZORVA_TEST_DATA) / "../../examples/zorva-qm4400.ppd";
 

@@ -22,8 +22,8 @@
 #include <string>
 
 #include "core/ticket.h"
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_frame.h"
-#include "jobticket/jotf_keys.h"
 
 namespace zorva::test {
 
@@ -96,8 +96,7 @@ inline std::string Export(const Ticket& ticket) {
   std::size_t size = 0;
   std::FILE* out = open_memstream(&buffer, &size);
   Dictionary settings = ticket.toDictionary();
-  settings.set(jotfkey::kOptions,
-               Value(Dictionary{{std::string(jotfkey::kOptionAll), Value(true)}}));
+  settings.set(tkey::kOptions, Value(Dictionary{{std::string(tkey::kOptionAll), Value(true)}}));
   WriteJOTF(out, settings);
   std::fclose(out);
   std::string text(buffer, size);

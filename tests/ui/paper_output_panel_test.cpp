@@ -20,8 +20,8 @@
 #include <deque>
 #include <functional>
 
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_frame.h"
-#include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_summary.h"
 #include "modal_driver.h"
 #include "model/stock.h"
@@ -31,7 +31,7 @@
 namespace zorva::test {
 namespace {
 
-namespace key = jotfkey;
+namespace key = tkey;
 const std::filesystem::path kZorvaPPD =
     std::filesystem::path(ZORVA_TEST_DATA) / "../../examples/zorva-qm4400.ppd";
 

@@ -11,8 +11,8 @@
 #include <QPointer>
 #include <QTest>
 
+#include "core/ticket_keys.h"
 #include "jobticket/jotf_export.h"
-#include "jobticket/jotf_keys.h"
 #include "jobticket/jotf_page_size.h"
 #include "plugin_host.h"
 #include "print/job_options.h"
@@ -54,8 +54,8 @@ class PrintWindowTest : public ::testing::Test {
   std::string ExportOfLastUsed(const std::string& printer, double width, double length) {
     PrintSession s;
     s.printSettings() = *LoadLastUsedSettings(printer);
-    s.pageFormat().setReal(kTicketClientSystem, kPageFormatPaperWidthKey, width);
-    s.pageFormat().setReal(kTicketClientSystem, kPageFormatPaperLengthKey, length);
+    s.pageFormat().setReal(kTicketClientSystem, tkey::kPMPaperWidth, width);
+    s.pageFormat().setReal(kTicketClientSystem, tkey::kPMPaperLength, length);
     return JOTFExportText(s);
   }
 
@@ -96,7 +96,7 @@ TEST_F(PrintWindowTest, ChangingPrinterEndsThePlugInsSessionAndStartsAFreshOne) 
   EXPECT_TRUE(firstTabs.isNull()) << "the old pane went with the old plug-in session";
   EXPECT_NE(window.findChild<QComboBox*>("Zshl_16"), nullptr);
   std::int32_t duplex = 0;
-  EXPECT_TRUE(window.session()->printSettings().getNumber(jotfkey::kFinishingDuplex, duplex));
+  EXPECT_TRUE(window.session()->printSettings().getNumber(tkey::kFinishingDuplex, duplex));
   EXPECT_EQ(duplex, 2) << "the settings go with the user to the other printer";
   ASSERT_EQ(window.print(), "");
   EXPECT_EQ(window.submittedJob().rfind("Office-", 0), 0u);
@@ -106,20 +106,20 @@ TEST_F(PrintWindowTest, ChangingPrinterEndsThePlugInsSessionAndStartsAFreshOne) 
 TEST_F(PrintWindowTest, StartsOnTheUsersDefaultPrinterWithItsLastUsedSettings) {
   ASSERT_EQ(RunProgram("lpadmin", {"-h", queue_.server(), "-d", "Office"}).exitCode, 0);
   Ticket last;
-  last.setNumber(kTicketClientSystem, jotfkey::kFinishingDuplex, 3);
+  last.setNumber(kTicketClientSystem, tkey::kFinishingDuplex, 3);
   ASSERT_TRUE(SaveLastUsedSettings("Office", last, nullptr));
   PrintWindow window(plugin_.ops(), dir_ / "doc.pdf", std::nullopt);
   ASSERT_EQ(window.start(""), "");
   EXPECT_EQ(window.session()->printerName(), "Office");
   std::int32_t duplex = 0;
-  window.session()->printSettings().getNumber(jotfkey::kFinishingDuplex, duplex);
+  window.session()->printSettings().getNumber(tkey::kFinishingDuplex, duplex);
   EXPECT_EQ(duplex, 3);
 }
 
 TEST_F(PrintWindowTest, ChoosingAPresetLoadsItsSettingsIntoThePanels) {
   Ticket proofs;
-  proofs.setNumber(kTicketClientSystem, jotfkey::kFinishingDuplex, 3);
-  proofs.setNumber(kTicketClientSystem, kPMCopiesKey, 4);
+  proofs.setNumber(kTicketClientSystem, tkey::kFinishingDuplex, 3);
+  proofs.setNumber(kTicketClientSystem, tkey::kPMCopies, 4);
   ASSERT_TRUE(SavePreset("Proofs", proofs, nullptr));
   PrintWindow window(plugin_.ops(), dir_ / "doc.pdf", *Ticket::Load(kExample));
   ASSERT_EQ(window.start(RecordingQueue::kQueue), "");
@@ -129,7 +129,7 @@ TEST_F(PrintWindowTest, ChoosingAPresetLoadsItsSettingsIntoThePanels) {
   presets->setCurrentIndex(1);
   emit presets->activated(1);
   std::int32_t duplex = 0;
-  window.session()->printSettings().getNumber(jotfkey::kFinishingDuplex, duplex);
+  window.session()->printSettings().getNumber(tkey::kFinishingDuplex, duplex);
   EXPECT_EQ(duplex, 3);
   EXPECT_EQ(window.findChild<QSpinBox*>("copies")->value(), 4);
   ASSERT_EQ(window.print(), "");

@@ -6,13 +6,13 @@
 #include <filesystem>
 
 #include "core/ticket.h"
-#include "jobticket/jotf_keys.h"
+#include "core/ticket_keys.h"
 #include "support/test_support.h"
 
 namespace zorva::test {
 namespace {
 
-namespace key = jotfkey;
+namespace key = tkey;
 const std::string kExample = std::string(ZORVA_TEST_DATA) + "/../../examples/job-settings.plist";
 
 ToolResult RunPrint(const std::vector<std::string>& args) {

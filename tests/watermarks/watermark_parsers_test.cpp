@@ -189,10 +189,10 @@ TEST(Utf8, Decodes) {
 TEST(WatermarkChoiceTest, TicketAndJobOptionsCarryTheSameChoice) {
   Ticket ticket;
   EXPECT_FALSE(WatermarkChoiceFromTicket(ticket).has_value());
-  ticket.setString("z", kWatermarkNameKey, "");
+  ticket.setString("z", tkey::kWatermarkName, "");
   EXPECT_FALSE(WatermarkChoiceFromTicket(ticket).has_value());
-  ticket.setString("z", kWatermarkNameKey, "Top Secret");
-  ticket.setBoolean("z", kWatermarkFirstPageOnlyKey, true);
+  ticket.setString("z", tkey::kWatermarkName, "Top Secret");
+  ticket.setBoolean("z", tkey::kWatermarkFirstPageOnly, true);
   const auto choice = WatermarkChoiceFromTicket(ticket);
   ASSERT_TRUE(choice.has_value());
   EXPECT_EQ(*choice, (WatermarkChoice{"Top Secret", true, false}));

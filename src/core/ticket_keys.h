@@ -1,11 +1,13 @@
-// Ticket keys and dictionary keys the job-ticket writer reads. Spelled exactly
-// as the panels store them (including "OPISubsitution", "HiglightPrintingColor"
-// and the "k" of "kCoatingType" and "kGrain"), since stored tickets use them.
+// The ticket's keys and the keys inside its dictionaries, defined once for
+// everything that reads or writes a ticket: the model, the panels, the
+// job-ticket writer and import, the print path. Spelled exactly as stored
+// tickets have them (including "OPISubsitution", "HiglightPrintingColor" and
+// the "k" of "kCoatingType" and "kGrain").
 #pragma once
 
 #include <string_view>
 
-namespace zorva::jotfkey {
+namespace zorva::tkey {
 
 // ---- Options ------------------------------------------------------------------
 inline constexpr std::string_view kOptions = "com.zorva.print.JOTFOptions";
@@ -53,9 +55,12 @@ inline constexpr std::string_view kGrain = "kGrain";
 inline constexpr std::string_view kCustomName = "CustomName";
 inline constexpr std::string_view kCustomNameOnly = "CustomNameOnly";
 inline constexpr std::string_view kSource = "Source";
+inline constexpr std::string_view kCustomComment = "CustomComment";
 
 // Image shift dictionaries (job and page).
 inline constexpr std::string_view kImageShiftJob = "com.zorva.print.ImageShiftOptionsJob";
+inline constexpr std::string_view kImageShiftOption = "Option";
+inline constexpr std::string_view kImageShiftOption2Sided = "Option2Sided";
 inline constexpr std::string_view kInches = "Inches";
 inline constexpr std::string_view kX1 = "X1";
 inline constexpr std::string_view kY1 = "Y1";
@@ -174,6 +179,37 @@ inline constexpr std::string_view kUseExistingForm = "UseExistingForm";
 inline constexpr std::string_view kMergeWithString = "MergeWithString";
 inline constexpr std::string_view kCyclePages = "CyclePages";
 inline constexpr std::string_view kNewFormString = "NewFormString";
+inline constexpr std::string_view kUseDocumentName = "UseDocumentName";
+inline constexpr std::string_view kApplyPagesFrom = "ApplyPagesFrom";
+inline constexpr std::string_view kExistingFormsArray = "ExistingFormsArray";
+inline constexpr std::string_view kNewFormsArray = "NewFormsArray";
+
+// ---- Page format and print settings -------------------------------------------------
+// The paper's width and length in points (1/72 inch, numbers) and the
+// orientation (0 to 3; absent means 0).
+inline constexpr std::string_view kPMPaperWidth = "com.apple.print.PageFormat.PMPaperWidth";
+inline constexpr std::string_view kPMPaperLength = "com.apple.print.PageFormat.PMPaperLength";
+inline constexpr std::string_view kPMOrientation = "com.apple.print.PageFormat.PMOrientation";
+inline constexpr std::string_view kPMCopies = "com.apple.print.PrintSettings.PMCopies";
+inline constexpr std::string_view kPMCopyCollate = "com.apple.print.PrintSettings.PMCopyCollate";
+inline constexpr std::string_view kPMFirstPage = "com.apple.print.PrintSettings.PMFirstPage";
+inline constexpr std::string_view kPMLastPage = "com.apple.print.PrintSettings.PMLastPage";
+
+// ---- Booklet and watermark ------------------------------------------------------------
+inline constexpr std::string_view kBookletLayout = "com.zorva.print.BookletLayout";
+inline constexpr std::string_view kBookletDrawOutlines = "com.zorva.print.BookletDrawOutlines";
+inline constexpr std::string_view kGutter = "com.zorva.print.Gutter";
+inline constexpr std::string_view kCreep = "com.zorva.print.Creep";
+// The host removes kRotateBooklet180 on every saving sync, so the panel keeps
+// its choice under a key of its own.
+inline constexpr std::string_view kBookletRotate180 = "com.zorva.print.BookletRotate180";
+// The chosen watermark's name (absent or empty: no watermark) and its two
+// options, booleans stored only when true. The print path and the watermark
+// filter read the same keys.
+inline constexpr std::string_view kWatermarkName = "com.zorva.print.WatermarkName";
+inline constexpr std::string_view kWatermarkFirstPageOnly =
+    "com.zorva.print.WatermarkFirstPageOnly";
+inline constexpr std::string_view kWatermarkInFront = "com.zorva.print.WatermarkInFront";
 
 // ---- Items the host adds on export ------------------------------------------------
 inline constexpr std::string_view kRotateBooklet180 = "com.zorva.print.RotateBooklet180Degrees";
@@ -192,4 +228,4 @@ inline constexpr std::string_view kAdvancedBookletLayoutOrder =
 inline constexpr std::string_view kEmitJOTF = "com.zorva.print.EmitJOTF";
 inline constexpr std::string_view kBookletForceNewSize = "com.zorva.print.BookletForceNewSize";
 
-}  // namespace zorva::jotfkey
+}  // namespace zorva::tkey
