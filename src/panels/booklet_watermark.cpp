@@ -35,6 +35,8 @@ BookletSettings ReadBookletSettings(const Ticket& ticket) {
   ticket.getNumber(tkey::kBookletFoldStaple, s.foldStaple);
   s.rotate180 = ticket.getBoolean(key::kBookletRotate180).value_or(false);
   if (const std::string* name = ticket.getString(key::kWatermarkName)) s.watermark = *name;
+  s.watermarkFirstPageOnly = ticket.getBoolean(key::kWatermarkFirstPageOnly).value_or(false);
+  s.watermarkInFront = ticket.getBoolean(key::kWatermarkInFront).value_or(false);
   return s;
 }
 
@@ -45,10 +47,21 @@ void WriteBookletSettings(Ticket& ticket, const BookletSettings& s) {
   ticket.setNumber(kHostClient, key::kCreep, s.creep);
   ticket.setNumber(kClient, tkey::kBookletFoldStaple, s.foldStaple);
   ticket.setBoolean(kClient, key::kBookletRotate180, s.rotate180);
-  if (s.watermark.empty()) {
-    ticket.remove(key::kWatermarkName);
-  } else {
+  const bool chosen = !s.watermark.empty();
+  if (chosen) {
     ticket.setString(kClient, key::kWatermarkName, s.watermark);
+  } else {
+    ticket.remove(key::kWatermarkName);
+  }
+  const std::pair<std::string_view, bool> options[] = {
+      {key::kWatermarkFirstPageOnly, chosen && s.watermarkFirstPageOnly},
+      {key::kWatermarkInFront, chosen && s.watermarkInFront}};
+  for (const auto& [k, on] : options) {
+    if (on) {
+      ticket.setBoolean(kClient, k, true);
+    } else {
+      ticket.remove(k);
+    }
   }
 }
 

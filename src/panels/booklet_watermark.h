@@ -34,13 +34,17 @@ struct BookletSettings {
   std::int32_t foldStaple = 0;
   bool rotate180 = false;
   std::string watermark;  // empty: none
+  // The watermark's options: on the first page only, over the page's marks.
+  bool watermarkFirstPageOnly = false;
+  bool watermarkInFront = false;
   friend bool operator==(const BookletSettings&, const BookletSettings&) = default;
 };
 
 BookletSettings ReadBookletSettings(const Ticket& ticket);
 // Layout, borders, fold and staple, turning and the watermark with
 // "com.zorva.printingmanager"; gutter and creep with the host's one-letter
-// client. The watermark's key goes when there is none.
+// client. The watermark's keys go when there is none; its two options are
+// stored only when on, as the print path reads them.
 void WriteBookletSettings(Ticket& ticket, const BookletSettings& settings);
 
 // ---- Watermark menu ----------------------------------------------------------------

@@ -37,6 +37,8 @@ struct BookletControls {
   QComboBox* foldStaple = nullptr;
   QCheckBox* rotate = nullptr;
   QComboBox* watermark = nullptr;
+  QCheckBox* firstPageOnly = nullptr;
+  QCheckBox* inFront = nullptr;
   WatermarkPreview* preview = nullptr;  // the chosen watermark on a page
 };
 
@@ -93,6 +95,8 @@ void ShowWatermark(BookletContext& panel) {
   }
 }
 
+void UpdateCommands(BookletContext& panel);
+
 void ShowSettings(BookletContext& panel) {
   if (!panel.head.controlsBuilt) return;
   const BookletSettings& s = panel.settings;
@@ -105,7 +109,10 @@ void ShowSettings(BookletContext& panel) {
     c.foldStaple->setCurrentIndex(-1);
   }
   if (c.rotate) c.rotate->setChecked(s.rotate180);
+  if (c.firstPageOnly) c.firstPageOnly->setChecked(s.watermarkFirstPageOnly);
+  if (c.inFront) c.inFront->setChecked(s.watermarkInFront);
   ShowWatermark(panel);
+  UpdateCommands(panel);
 }
 
 void TakeSettings(BookletContext& panel) {
@@ -120,6 +127,8 @@ void TakeSettings(BookletContext& panel) {
     s.foldStaple = GetPopupButtonTicketValue(c.foldStaple);
   }
   if (c.rotate) s.rotate180 = c.rotate->isChecked();
+  if (c.firstPageOnly) s.watermarkFirstPageOnly = c.firstPageOnly->isChecked();
+  if (c.inFront) s.watermarkInFront = c.inFront->isChecked();
   // The watermark is taken as it is chosen (see RunWatermarkCommand).
 }
 
@@ -176,11 +185,14 @@ void RunWatermarkCommand(BookletContext& panel, QWidget* view, int index) {
 }
 
 void UpdateCommands(BookletContext& panel) {
-  // Edit, options and delete need a chosen watermark.
+  // Edit, options and delete need a chosen watermark, and so do its options.
+  const bool chosen = !panel.settings.watermark.empty();
+  for (QCheckBox* option : {panel.controls.firstPageOnly, panel.controls.inFront}) {
+    if (option) option->setEnabled(chosen);
+  }
   QComboBox* menu = panel.controls.watermark;
   auto* model = menu ? qobject_cast<QStandardItemModel*>(menu->model()) : nullptr;
   if (!model) return;
-  const bool chosen = !panel.settings.watermark.empty();
   for (int i = 0; i < menu->count(); ++i) {
     const std::uint32_t command = menu->itemData(i, kCommandRole).toUInt();
     if (command == kEditCommand || command == kOptionsCommand || command == kDeleteCommand) {
@@ -198,6 +210,8 @@ void BuildControls(BookletContext& panel, QWidget* view) {
   c.foldStaple = Control<QComboBox>(view, 5);
   c.rotate = Control<QCheckBox>(view, 6);
   c.watermark = Control<QComboBox>(view, 7);
+  c.firstPageOnly = Control<QCheckBox>(view, 8);
+  c.inFront = Control<QCheckBox>(view, 9);
   if (auto* frame = view->findChild<QWidget*>("ZBw_preview"); frame && frame->layout()) {
     c.preview = new WatermarkPreview(frame);
     c.preview->setMinimumSize(116, 150);

@@ -33,16 +33,27 @@ TEST(BookletWatermark, SettingsRoundTripWithTheirClients) {
   s.foldStaple = 14;
   s.rotate180 = true;
   s.watermark = "DRAFT";
+  s.watermarkFirstPageOnly = true;
+  s.watermarkInFront = true;
   Ticket ticket;
   WriteBookletSettings(ticket, s);
   EXPECT_EQ(ReadBookletSettings(ticket), s);
+  EXPECT_EQ(WatermarkChoiceFromTicket(ticket), (WatermarkChoice{"DRAFT", true, true}))
+      << "the print path reads what the panel wrote";
   EXPECT_EQ(ticket.item(key::kGutter)->client, "Z");
   EXPECT_EQ(ticket.item(key::kCreep)->client, "Z");
   EXPECT_EQ(ticket.item(key::kBookletLayout)->client, "com.zorva.printingmanager");
   EXPECT_EQ(ticket.item(tkey::kBookletFoldStaple)->client, "com.zorva.printingmanager");
+  // Options that are off are not stored, and none without a watermark.
+  s.watermarkInFront = false;
+  WriteBookletSettings(ticket, s);
+  EXPECT_FALSE(ticket.contains(key::kWatermarkInFront));
+  EXPECT_TRUE(ticket.contains(key::kWatermarkFirstPageOnly));
   s.watermark.clear();
   WriteBookletSettings(ticket, s);
-  EXPECT_FALSE(ticket.contains(key::kWatermarkName));
+  for (std::string_view k : {key::kWatermarkName, key::kWatermarkFirstPageOnly}) {
+    EXPECT_FALSE(ticket.contains(k)) << k;
+  }
 }
 
 // The job ticket's finishing writer takes these values as booklet fold codes.
