@@ -139,9 +139,9 @@ class Recipe {
     const std::uint8_t b = next();
     if (b % 4 == 0) return;
     const auto& [width, length] = kPages[(b / 4) % kPages.size()];
-    session.pageFormat().setReal("Z", tkey::kPMPaperWidth, width);
-    session.pageFormat().setReal("Z", tkey::kPMPaperLength, length);
-    session.pageFormat().setNumber("Z", tkey::kPMOrientation, (b / 16) % 5);
+    session.pageFormat().setReal("Z", zorva::tkey::kPMPaperWidth, width);
+    session.pageFormat().setReal("Z", zorva::tkey::kPMPaperLength, length);
+    session.pageFormat().setNumber("Z", zorva::tkey::kPMOrientation, (b / 16) % 5);
   }
 
  private:
