@@ -45,6 +45,10 @@ CoverEntry CoverEntryFor(const SpecialPagesContext& context, const SpecialPageIt
 void ApplyCoverEntry(SpecialPagesContext& context, const CoverEntry& entry,
                      std::optional<CoverChoice> editing, bool booklet);
 
+// ---- Inserts ------------------------------------------------------------------------
+// The most sheets one insert may be: more is a typing slip, not a job.
+inline constexpr int kMaxInsertQuantity = 999;
+
 // ---- Exception pages -----------------------------------------------------------------
 // One menu of the exception dialog: its keyword table and the page's field.
 struct ExceptionMenuRow {

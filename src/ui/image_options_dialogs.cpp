@@ -25,25 +25,6 @@ T* Child(QWidget* view, const char* prefix, int number) {
   return view->findChild<T*>(QStringLiteral("%1_%2").arg(QLatin1String(prefix)).arg(number));
 }
 
-// Loads the dialog's view; nullptr (with the loader's message) on failure.
-std::unique_ptr<QDialog> LoadDialog(const Bundle* bundle, const char* uiFile, const char* window,
-                                    const char* titleKey, const char* prefix, QWidget* parent) {
-  Status status = kNoErr;
-  std::unique_ptr<QDialog> dialog(
-      qobject_cast<QDialog*>(LoadView(bundle, uiFile, window, &status)));
-  if (!dialog) return nullptr;
-  dialog->setParent(parent, Qt::Dialog);
-  SetLocalizedWindowTitle(bundle, titleKey, dialog.get());
-  const QString name = QString::fromLatin1(prefix);
-  if (auto* ok = dialog->findChild<QPushButton*>(name + "_ok")) {
-    QObject::connect(ok, &QPushButton::clicked, dialog.get(), &QDialog::accept);
-  }
-  if (auto* cancel = dialog->findChild<QPushButton*>(name + "_cancel")) {
-    QObject::connect(cancel, &QPushButton::clicked, dialog.get(), &QDialog::reject);
-  }
-  return dialog;
-}
-
 // A popup's value, the held one when it shows nothing (a value its table
 // does not list stays as it was).
 std::int32_t PopupValue(const QComboBox* popup, std::int32_t held) {
@@ -324,6 +305,14 @@ bool RunModalFullColorSetup(const Bundle* bundle, QWidget* parent, FullColorOpti
   // Gone before the view its signals reach.
   dialog.reset();
   return accepted;
+}
+
+QString ImageShiftSummaryText(const Bundle* bundle, const ImageShiftOptions& options) {
+  const ShiftDisplay d = ShiftForDisplay(options);
+  const auto number = [](double v) { return QString::number(v, 'f', 2).toStdString(); };
+  const std::string x1 = number(d.x1), y1 = number(d.y1), x2 = number(d.x2), y2 = number(d.y2);
+  const std::string unit = LocalizedText(bundle, d.inches ? "UnitIn" : "UnitMm").toStdString();
+  return LocalizedText(bundle, "ImageShiftSummary", {x1, y1, x2, y2, unit});
 }
 
 }  // namespace zorva

@@ -4,6 +4,8 @@
 // rendering intents, source and destination profiles, tone curve).
 #pragma once
 
+#include <QString>
+
 #include "model/full_color_options.h"
 #include "model/image_shift_options.h"
 
@@ -17,5 +19,9 @@ class Bundle;
 // values and the answer is true, on Cancel nothing changes.
 bool RunModalImageShiftDialog(const Bundle* bundle, QWidget* parent, ImageShiftOptions& options);
 bool RunModalFullColorSetup(const Bundle* bundle, QWidget* parent, FullColorOptions& options);
+
+// The shifts on one line ("Front x, y; back x, y unit"), in the units the
+// options name.
+QString ImageShiftSummaryText(const Bundle* bundle, const ImageShiftOptions& options);
 
 }  // namespace zorva
