@@ -77,7 +77,9 @@ bool FindCoverControls(QWidget* view, CoverControls& c) {
 }
 
 void ShowCoverStock(const Bundle* bundle, const CoverControls& c, const Cover& cover) {
-  c.summary->setText(Text(CreateStockSummary(*cover.stock(), bundle, ", ")));
+  const std::string summary = CreateStockSummary(*cover.stock(), bundle, ", ");
+  // Nothing chosen: the cover is printed on the job's paper.
+  c.summary->setText(summary.empty() ? LocalizedText(bundle, "UseJobSetting") : Text(summary));
 }
 
 // ---- Insert ---------------------------------------------------------------------------

@@ -162,12 +162,14 @@ TEST_F(SpecialPagesPanelTest, DialogsWriteCoversInsertsAndExceptionsThatReadBack
            },
            [](QWidget* cover) {
              EXPECT_NE(Child<QLabel>(cover, "ZCov_6")->text().indexOf("Blue"), -1);
+             SavePicture(cover, "special-pages-cover-dialog.png");
              Press(cover, "ZCov_ok");
            }};
   press(kAddCover);
   steps = {[](QWidget* insert) {
     Child<QLineEdit>(insert, "ZIns_1")->setText("4");
     Child<QSpinBox>(insert, "ZIns_3")->setValue(2);
+    SavePicture(insert, "special-pages-insert-dialog.png");
     Press(insert, "ZIns_ok");
   }};
   press(kAddInsert);
