@@ -1,11 +1,10 @@
 // The Special Pages panel's rules: where the cover dialog's choice puts the
-// cover (with booklet layout forcing both), the exception menus' fields, the
-// page field's first text, and selections kept on their pages.
+// cover (with booklet layout forcing both) and the page field's first text.
+// Selections kept on their pages and the booklet's covers deleted together
+// are tested through the panel (tests/ui).
 #include "panels/special_pages.h"
 
 #include <gtest/gtest.h>
-
-#include "host/keyword_tables.h"
 
 namespace zorva {
 namespace {
@@ -19,13 +18,6 @@ Cover MakeCover(std::int32_t sides, std::int32_t weight) {
 
 bool Same(const std::unique_ptr<Cover>& held, const Cover& expected) {
   return held && *held == expected;
-}
-
-TEST(SpecialPagesPanel, BookletLayoutComesFromItsBoolean) {
-  Ticket ticket;
-  EXPECT_FALSE(BookletLayoutIsOn(ticket));
-  ticket.setBoolean("Z", kBookletLayoutKey, true);
-  EXPECT_TRUE(BookletLayoutIsOn(ticket));
 }
 
 // Which covers the dialog's OK leaves, from the covers held and the choice.
@@ -94,22 +86,6 @@ TEST(SpecialPagesPanel, TheCoverDialogStartsFromTheRowItEdits) {
   EXPECT_EQ(CoverEntryFor(context, &front, false).choice, CoverChoice::Both);
 }
 
-TEST(SpecialPagesPanel, ExceptionMenusEditTheirOwnFields) {
-  const auto rows = ExceptionMenuRows();
-  ASSERT_EQ(rows.size(), 5u);
-  EXPECT_EQ(rows[0].map, PlexMap);
-  EXPECT_EQ(rows[1].map, LightenDarkenMenuMap);
-  ExceptionPage page;
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    EXPECT_EQ((page.*rows[i].get)(), kUnset) << i;
-    (page.*rows[i].set)(static_cast<std::int32_t>(i) + 10);
-  }
-  // Each row reads back its own value: no two rows share a field.
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    EXPECT_EQ((page.*rows[i].get)(), static_cast<std::int32_t>(i) + 10) << i;
-  }
-}
-
 TEST(SpecialPagesPanel, APageFieldStartsWithThePagesOfTheRow) {
   ExceptionPage range;
   range.setStartPage(3);
@@ -127,43 +103,6 @@ TEST(SpecialPagesPanel, APageFieldStartsWithThePagesOfTheRow) {
   } cases[] = {{&range, "3-5"}, {&single, "7"}, {&after, "4"},
                {&before, ""},   {&cover, ""},   {nullptr, ""}};
   for (const auto& c : cases) EXPECT_EQ(PageEntryText(c.page), c.text) << c.text;
-}
-
-TEST(SpecialPagesPanel, SelectionsFollowTheirPagesWhenRowsMove) {
-  SpecialPagesContext context;
-  Insert a, b;
-  a.setStartPage(2);
-  b.setStartPage(5);
-  context.inserts->add({&a, &b});
-  std::vector<SpecialPageItem> rows = SpecialPagesItems(context);
-  const int picked[] = {1, 7, -1};
-  const std::vector<SpecialPageItem> selection = ItemsOfRows(rows, picked);
-  ASSERT_EQ(selection.size(), 1u);
-  EXPECT_EQ(selection[0].page, context.inserts->pageAtIndex(1));
-  ASSERT_EQ(MoveSelectedInserts(context, selection, true), 1);
-  rows = SpecialPagesItems(context);
-  EXPECT_EQ(RowsOfItems(rows, selection), std::vector<int>{0});
-  context.inserts->clear();
-  EXPECT_TRUE(RowsOfItems(SpecialPagesItems(context), selection).empty());
-}
-
-TEST(SpecialPagesPanel, UnderBookletLayoutACoverIsDeletedWithItsTwin) {
-  SpecialPagesContext context;
-  context.frontCover = std::make_unique<Cover>();
-  context.backCover = std::make_unique<Cover>();
-  Insert insert;
-  context.inserts->add(insert);
-  const SpecialPageItem back{SpecialPageKind::BackCover, context.backCover.get()};
-  const SpecialPageItem onlyInsert{SpecialPageKind::Insert, context.inserts->pageAtIndex(0)};
-  EXPECT_EQ(SelectionToDelete(context, {&back, 1}, false).size(), 1u);
-  const auto both = SelectionToDelete(context, {&back, 1}, true);
-  ASSERT_EQ(both.size(), 2u);
-  EXPECT_EQ(both[1].page, context.frontCover.get());
-  EXPECT_EQ(SelectionToDelete(context, {&onlyInsert, 1}, true).size(), 1u);
-  DeleteSelectedSpecialPages(
-      context, both, [](const DeleteConfirmation&) { return true; }, nullptr);
-  EXPECT_FALSE(context.frontCover || context.backCover);
-  EXPECT_EQ(context.inserts->count(), 1);
 }
 
 }  // namespace

@@ -134,8 +134,6 @@ class SpecialPagesPanelTest : public ::testing::Test {
 TEST_F(SpecialPagesPanelTest, AnEmptyTicketListsNothingAndWritesNoKeys) {
   open();
   EXPECT_EQ(list()->topLevelItemCount(), 0);
-  EXPECT_EQ(list()->columnCount(), 3);
-  EXPECT_EQ(list()->headerItem()->text(0), "Special Page");
   for (int n : {kAddCover, kAddInsert, kAddException}) EXPECT_TRUE(button(n)->isEnabled()) << n;
   EXPECT_EQ(enabled(), std::vector<bool>(6, false));
   EXPECT_TRUE(Child<QLabel>(&dialog.pane(), "ZSpg_booklet")->isHidden());
@@ -162,14 +160,12 @@ TEST_F(SpecialPagesPanelTest, DialogsWriteCoversInsertsAndExceptionsThatReadBack
            },
            [](QWidget* cover) {
              EXPECT_NE(Child<QLabel>(cover, "ZCov_6")->text().indexOf("Blue"), -1);
-             SavePicture(cover, "special-pages-cover-dialog.png");
              Press(cover, "ZCov_ok");
            }};
   press(kAddCover);
   steps = {[](QWidget* insert) {
     Child<QLineEdit>(insert, "ZIns_1")->setText("4");
     Child<QSpinBox>(insert, "ZIns_3")->setValue(2);
-    SavePicture(insert, "special-pages-insert-dialog.png");
     Press(insert, "ZIns_ok");
   }};
   press(kAddInsert);
@@ -217,15 +213,10 @@ TEST_F(SpecialPagesPanelTest, DialogsWriteCoversInsertsAndExceptionsThatReadBack
   const Array* exceptions = t.getArray(kExceptionListKey);
   ASSERT_TRUE(exceptions && exceptions->size() == 1);
   const Dictionary& range = *(*exceptions)[0].dictionary();
-  for (const auto& [k, v] : {std::pair{"StartPage", 3},
-                             {"EndPage", 5},
-                             {"SidesImaged", 2},
-                             {"LightenDarken", -3},
-                             {"OutputColor", 1},
-                             {"Antialiasing", 2},
-                             {"HalftoneScreen", 1}}) {
-    EXPECT_EQ(Number(&range, k), v) << k;
-  }
+  const std::pair<const char*, int> kRange[] = {
+      {"StartPage", 3},   {"EndPage", 5},      {"SidesImaged", 2},   {"LightenDarken", -3},
+      {"OutputColor", 1}, {"Antialiasing", 2}, {"HalftoneScreen", 1}};
+  for (const auto& [k, v] : kRange) EXPECT_EQ(Number(&range, k), v) << k;
   const Dictionary* shift = range.getDictionary(kImageShiftOptionsPageKey);
   ASSERT_NE(shift, nullptr);
   EXPECT_EQ(Number(shift, "X1"), 50);
@@ -240,18 +231,16 @@ TEST_F(SpecialPagesPanelTest, DialogsWriteCoversInsertsAndExceptionsThatReadBack
 
   // The job ticket document has them as chosen.
   const std::string jotf = Export(written);
-  EXPECT_TRUE(Has(jotf, "<cover-front syntax=\"collection\">")) << jotf;
-  EXPECT_TRUE(Has(jotf, "<cover-back syntax=\"collection\">"));
-  EXPECT_TRUE(Has(jotf, "<cover-type syntax=\"keyword\">print-front</cover-type>"));
-  EXPECT_TRUE(Has(jotf, "<media-color syntax=\"keyword\">blue</media-color>"));
-  EXPECT_TRUE(
-      Has(jotf, "<insert-after-page-number syntax=\"integer\">4</insert-after-page-number>"));
-  EXPECT_TRUE(Has(jotf, "<insert-count syntax=\"integer\">2</insert-count>"));
-  EXPECT_TRUE(Has(jotf, "<lower-bound syntax=\"integer\">3</lower-bound>"));
-  EXPECT_TRUE(Has(jotf, "<upper-bound syntax=\"integer\">5</upper-bound>"));
-  EXPECT_TRUE(Has(jotf, "<sides syntax=\"keyword\">two-sided-long-edge</sides>"));
-  EXPECT_TRUE(
-      Has(jotf, "<adjust-bw-darkness-value syntax=\"integer\">-3</adjust-bw-darkness-value>"));
+  for (const char* part :
+       {"<cover-front syntax=\"collection\">", "<cover-back syntax=\"collection\">",
+        "<cover-type syntax=\"keyword\">print-front</cover-type>",
+        "<media-color syntax=\"keyword\">blue</media-color>",
+        "<insert-after-page-number syntax=\"integer\">4<", "<insert-count syntax=\"integer\">2<",
+        "<lower-bound syntax=\"integer\">3<", "<upper-bound syntax=\"integer\">5<",
+        "<sides syntax=\"keyword\">two-sided-long-edge<",
+        "<adjust-bw-darkness-value syntax=\"integer\">-3<"}) {
+    EXPECT_TRUE(Has(jotf, part)) << part << "\n" << jotf;
+  }
 }
 
 TEST_F(SpecialPagesPanelTest, BadPageTextAlertsWithItsCodeAndChangesNothing) {
