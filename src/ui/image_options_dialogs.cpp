@@ -156,7 +156,8 @@ void SetupSpin(QSpinBox* spin, int minimum, int maximum, const QString& unsetTex
 
 class FullColorView {
  public:
-  FullColorView(const Bundle* bundle, QWidget* view) : bundle_(bundle), view_(view) {}
+  FullColorView(const Bundle* bundle, QWidget* view, JobContext context)
+      : bundle_(bundle), view_(view), context_(context) {}
 
   bool complete() const {
     for (int n = 1; n <= 13; ++n)
@@ -181,13 +182,13 @@ class FullColorView {
     SetupSpin(spin(8), 0, kTrapWidthMaximum, unset, v[0]);
     SetupSpin(spin(9), 0, kTrapWidthMaximum, unset, v[1]);
     for (const RenderingRow& r : kSingleMenus) {
-      PopulatePopupButtonFromMap(bundle_, menu(r.menu), SingleMenuMap(r.menu), JobContext::Job, 0);
+      PopulatePopupButtonFromMap(bundle_, menu(r.menu), SingleMenuMap(r.menu), context_, 0);
       std::int32_t value = kUnset;
       (o.*r.get)(&value);
       ShowPopupValue(menu(r.menu), value);
     }
     for (const ProfileRow& p : kProfiles) {
-      PopulatePopupButtonFromMap(bundle_, menu(p.menu), p.map, JobContext::Job, 0);
+      PopulatePopupButtonFromMap(bundle_, menu(p.menu), p.map, context_, 0);
       std::int32_t kind = kUnset;
       FullColorOptions::Name name;
       (o.*p.get)(&kind, &name);
@@ -259,6 +260,7 @@ class FullColorView {
 
   const Bundle* bundle_;
   QWidget* view_;
+  JobContext context_;
 };
 
 }  // namespace
@@ -292,11 +294,12 @@ bool RunModalImageShiftDialog(const Bundle* bundle, QWidget* parent, ImageShiftO
   return true;
 }
 
-bool RunModalFullColorSetup(const Bundle* bundle, QWidget* parent, FullColorOptions& options) {
+bool RunModalFullColorSetup(const Bundle* bundle, QWidget* parent, FullColorOptions& options,
+                            JobContext context) {
   std::unique_ptr<QDialog> dialog =
       LoadDialog(bundle, "FullColorSetup", "FullColorSetup", "FullColorSetupTitle", "ZFc", parent);
   if (!dialog) return false;
-  FullColorView view(bundle, dialog.get());
+  FullColorView view(bundle, dialog.get(), context);
   if (!view.complete()) return false;
   view.show(options);
   view.connect();

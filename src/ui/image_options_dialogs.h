@@ -8,6 +8,7 @@
 
 #include "model/full_color_options.h"
 #include "model/image_shift_options.h"
+#include "model/stock.h"
 
 class QWidget;
 
@@ -18,7 +19,10 @@ class Bundle;
 // Shows the dialog modally over parent; on OK the options take the user's
 // values and the answer is true, on Cancel nothing changes.
 bool RunModalImageShiftDialog(const Bundle* bundle, QWidget* parent, ImageShiftOptions& options);
-bool RunModalFullColorSetup(const Bundle* bundle, QWidget* parent, FullColorOptions& options);
+// An exception page's colour menus offer "Use Job Setting" where the job's
+// offer "Printer Default".
+bool RunModalFullColorSetup(const Bundle* bundle, QWidget* parent, FullColorOptions& options,
+                            JobContext context = JobContext::Job);
 
 // The shifts on one line ("Front x, y; back x, y unit"), in the units the
 // options name.

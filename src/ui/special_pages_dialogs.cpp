@@ -206,7 +206,8 @@ void ConnectExceptionButtons(const Bundle* bundle, QDialog* dialog, const Except
     refresh();
   });
   QObject::connect(c.fullColor, &QPushButton::clicked, dialog, [bundle, dialog, &page, refresh] {
-    if (RunModalFullColorSetup(bundle, dialog, page.colorOptions())) refresh();
+    if (RunModalFullColorSetup(bundle, dialog, page.colorOptions(), JobContext::ExceptionPage))
+      refresh();
   });
   for (QComboBox* menu : c.menus) {
     QObject::connect(menu, &QComboBox::currentIndexChanged, dialog, refresh);

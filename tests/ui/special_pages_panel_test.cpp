@@ -323,7 +323,7 @@ TEST_F(SpecialPagesPanelTest, InsertsMoveUndoAndDeleteWithTheConfirmation) {
   EXPECT_EQ(column(1), (QStringList{"5", "7"}));
 }
 
-TEST_F(SpecialPagesPanelTest, EditingAnExceptionReplacesItsRange) {
+TEST_F(SpecialPagesPanelTest, EditingAnExceptionReplacesItsRangeAndAddsItsColour) {
   open();
   Ticket t;
   t.setArray("Z", kExceptionListKey,
@@ -331,17 +331,25 @@ TEST_F(SpecialPagesPanelTest, EditingAnExceptionReplacesItsRange) {
   load(t);
   select({0});
   steps = {[](QWidget* exception) {
-    auto* pages = Child<QLineEdit>(exception, "ZExc_1");
-    EXPECT_EQ(pages->text(), "3-5");
-    EXPECT_EQ(Child<QComboBox>(exception, "ZExc_7")->currentData(Qt::UserRole).toInt(), 2);
-    pages->setText("8-9");
-    Press(exception, "ZExc_ok");
-  }};
+             auto* pages = Child<QLineEdit>(exception, "ZExc_1");
+             EXPECT_EQ(pages->text(), "3-5");
+             EXPECT_EQ(Child<QComboBox>(exception, "ZExc_7")->currentData(Qt::UserRole), 2);
+             pages->setText("8-9");
+             PressLater(exception, "ZExc_11");
+           },
+           [](QWidget* color) {
+             // A page's colour follows the job's unless set.
+             EXPECT_EQ(Child<QComboBox>(color, "ZFc_11")->itemText(0), "Use Job Setting");
+             Choose(color, "ZFc_11", 4);
+             Press(color, "ZFc_ok");
+           },
+           [](QWidget* exception) { Press(exception, "ZExc_ok"); }};
   press(kEdit);
   EXPECT_EQ(column(1), QStringList{"8-9"});
   ASSERT_EQ(dialog.sync(false), kNoErr);
   const Dictionary& range = *(*dialog.ticket().getArray(kExceptionListKey))[0].dictionary();
   EXPECT_EQ(Number(&range, "HalftoneScreen"), 2);
+  EXPECT_NE(range.getDictionary("FullColorOptionsPage"), nullptr);
 }
 
 TEST_F(SpecialPagesPanelTest, UnderBookletLayoutTheCoverIsOneSheetForBothSides) {
