@@ -285,6 +285,26 @@ TEST_F(SpecialPagesPanelTest, BadPageTextAlertsWithItsCodeAndChangesNothing) {
   }
 }
 
+TEST_F(SpecialPagesPanelTest, AnInsertBeforeTheFirstPageNeedsNoPageText) {
+  open();
+  steps = {[](QWidget* insert) {
+    Child<QCheckBox>(insert, "ZIns_2")->setChecked(true);
+    EXPECT_FALSE(Child<QLineEdit>(insert, "ZIns_1")->isEnabled());
+    Press(insert, "ZIns_ok");
+  }};
+  press(kAddInsert);
+  EXPECT_EQ(column(1), QStringList{"Before Page 1"});
+  ASSERT_EQ(dialog.sync(false), kNoErr);
+  EXPECT_EQ(Number((*dialog.ticket().getArray(kInsertListKey))[0].dictionary(), "StartPage"), 0);
+  // Editing it shows the choice again.
+  select({0});
+  steps = {[](QWidget* insert) {
+    EXPECT_TRUE(Child<QCheckBox>(insert, "ZIns_2")->isChecked());
+    Press(insert, "ZIns_cancel");
+  }};
+  press(kEdit);
+}
+
 TEST_F(SpecialPagesPanelTest, InsertsMoveUndoAndDeleteWithTheConfirmation) {
   open();
   loadInserts();
