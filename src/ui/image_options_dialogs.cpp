@@ -25,25 +25,6 @@ T* Child(QWidget* view, const char* prefix, int number) {
   return view->findChild<T*>(QStringLiteral("%1_%2").arg(QLatin1String(prefix)).arg(number));
 }
 
-// Loads the dialog's view; nullptr (with the loader's message) on failure.
-std::unique_ptr<QDialog> LoadDialog(const Bundle* bundle, const char* uiFile, const char* window,
-                                    const char* titleKey, const char* prefix, QWidget* parent) {
-  Status status = kNoErr;
-  std::unique_ptr<QDialog> dialog(
-      qobject_cast<QDialog*>(LoadView(bundle, uiFile, window, &status)));
-  if (!dialog) return nullptr;
-  dialog->setParent(parent, Qt::Dialog);
-  SetLocalizedWindowTitle(bundle, titleKey, dialog.get());
-  const QString name = QString::fromLatin1(prefix);
-  if (auto* ok = dialog->findChild<QPushButton*>(name + "_ok")) {
-    QObject::connect(ok, &QPushButton::clicked, dialog.get(), &QDialog::accept);
-  }
-  if (auto* cancel = dialog->findChild<QPushButton*>(name + "_cancel")) {
-    QObject::connect(cancel, &QPushButton::clicked, dialog.get(), &QDialog::reject);
-  }
-  return dialog;
-}
-
 // A popup's value, the held one when it shows nothing (a value its table
 // does not list stays as it was).
 std::int32_t PopupValue(const QComboBox* popup, std::int32_t held) {
@@ -175,7 +156,8 @@ void SetupSpin(QSpinBox* spin, int minimum, int maximum, const QString& unsetTex
 
 class FullColorView {
  public:
-  FullColorView(const Bundle* bundle, QWidget* view) : bundle_(bundle), view_(view) {}
+  FullColorView(const Bundle* bundle, QWidget* view, JobContext context)
+      : bundle_(bundle), view_(view), context_(context) {}
 
   bool complete() const {
     for (int n = 1; n <= 13; ++n)
@@ -200,13 +182,13 @@ class FullColorView {
     SetupSpin(spin(8), 0, kTrapWidthMaximum, unset, v[0]);
     SetupSpin(spin(9), 0, kTrapWidthMaximum, unset, v[1]);
     for (const RenderingRow& r : kSingleMenus) {
-      PopulatePopupButtonFromMap(bundle_, menu(r.menu), SingleMenuMap(r.menu), JobContext::Job, 0);
+      PopulatePopupButtonFromMap(bundle_, menu(r.menu), SingleMenuMap(r.menu), context_, 0);
       std::int32_t value = kUnset;
       (o.*r.get)(&value);
       ShowPopupValue(menu(r.menu), value);
     }
     for (const ProfileRow& p : kProfiles) {
-      PopulatePopupButtonFromMap(bundle_, menu(p.menu), p.map, JobContext::Job, 0);
+      PopulatePopupButtonFromMap(bundle_, menu(p.menu), p.map, context_, 0);
       std::int32_t kind = kUnset;
       FullColorOptions::Name name;
       (o.*p.get)(&kind, &name);
@@ -278,6 +260,7 @@ class FullColorView {
 
   const Bundle* bundle_;
   QWidget* view_;
+  JobContext context_;
 };
 
 }  // namespace
@@ -311,11 +294,12 @@ bool RunModalImageShiftDialog(const Bundle* bundle, QWidget* parent, ImageShiftO
   return true;
 }
 
-bool RunModalFullColorSetup(const Bundle* bundle, QWidget* parent, FullColorOptions& options) {
+bool RunModalFullColorSetup(const Bundle* bundle, QWidget* parent, FullColorOptions& options,
+                            JobContext context) {
   std::unique_ptr<QDialog> dialog =
       LoadDialog(bundle, "FullColorSetup", "FullColorSetup", "FullColorSetupTitle", "ZFc", parent);
   if (!dialog) return false;
-  FullColorView view(bundle, dialog.get());
+  FullColorView view(bundle, dialog.get(), context);
   if (!view.complete()) return false;
   view.show(options);
   view.connect();
@@ -324,6 +308,14 @@ bool RunModalFullColorSetup(const Bundle* bundle, QWidget* parent, FullColorOpti
   // Gone before the view its signals reach.
   dialog.reset();
   return accepted;
+}
+
+QString ImageShiftSummaryText(const Bundle* bundle, const ImageShiftOptions& options) {
+  const ShiftDisplay d = ShiftForDisplay(options);
+  const auto number = [](double v) { return QString::number(v, 'f', 2).toStdString(); };
+  const std::string x1 = number(d.x1), y1 = number(d.y1), x2 = number(d.x2), y2 = number(d.y2);
+  const std::string unit = LocalizedText(bundle, d.inches ? "UnitIn" : "UnitMm").toStdString();
+  return LocalizedText(bundle, "ImageShiftSummary", {x1, y1, x2, y2, unit});
 }
 
 }  // namespace zorva

@@ -61,20 +61,12 @@ std::int32_t TakeMenu(const QComboBox* popup, std::int32_t held) {
   return popup && popup->currentIndex() >= 0 ? GetPopupButtonTicketValue(popup) : held;
 }
 
-QString ShiftText(const Bundle* bundle, const ImageShiftOptions& shift) {
-  const ShiftDisplay d = ShiftForDisplay(shift);
-  const auto number = [](double v) { return QString::number(v, 'f', 2).toStdString(); };
-  const std::string x1 = number(d.x1), y1 = number(d.y1), x2 = number(d.x2), y2 = number(d.y2);
-  const std::string unit = LocalizedText(bundle, d.inches ? "UnitIn" : "UnitMm").toStdString();
-  return LocalizedText(bundle, "ImageShiftSummary", {x1, y1, x2, y2, unit});
-}
-
 void ShowSummaries(ImageOptionsContext& panel) {
   const ImageOptionsSettings& s = panel.settings;
   const ImageOptionsControls& c = panel.controls;
   const Bundle* bundle = panel.head.bundle;
   if (c.imageShiftSummary) {
-    c.imageShiftSummary->setText(s.hasImageShift ? ShiftText(bundle, s.imageShift)
+    c.imageShiftSummary->setText(s.hasImageShift ? ImageShiftSummaryText(bundle, s.imageShift)
                                                  : LocalizedText(bundle, "ImageShiftSummaryNone"));
   }
   if (c.fullColorSummary) {

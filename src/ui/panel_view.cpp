@@ -1,7 +1,9 @@
 // Panel views from the bundle's .ui files and the shared panel plumbing.
 #include "ui/panel_view.h"
 
+#include <QDialog>
 #include <QFile>
+#include <QPushButton>
 #include <QUiLoader>
 #include <QVBoxLayout>
 #include <QWidget>
@@ -35,6 +37,24 @@ QWidget* LoadView(const Bundle* bundle, std::string_view uiFile, std::string_vie
   LocalizeView(bundle, view);
   if (status) *status = kNoErr;
   return view;
+}
+
+std::unique_ptr<QDialog> LoadDialog(const Bundle* bundle, const char* uiFile, const char* window,
+                                    const char* titleKey, const char* prefix, QWidget* parent) {
+  Status status = kNoErr;
+  std::unique_ptr<QDialog> dialog(
+      qobject_cast<QDialog*>(LoadView(bundle, uiFile, window, &status)));
+  if (!dialog) return nullptr;
+  dialog->setParent(parent, Qt::Dialog);
+  SetLocalizedWindowTitle(bundle, titleKey, dialog.get());
+  const QString name = QString::fromLatin1(prefix);
+  if (auto* ok = dialog->findChild<QPushButton*>(name + "_ok")) {
+    QObject::connect(ok, &QPushButton::clicked, dialog.get(), &QDialog::accept);
+  }
+  if (auto* cancel = dialog->findChild<QPushButton*>(name + "_cancel")) {
+    QObject::connect(cancel, &QPushButton::clicked, dialog.get(), &QDialog::reject);
+  }
+  return dialog;
 }
 
 void EmbedView(QWidget* pane, QWidget* view) {

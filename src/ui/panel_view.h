@@ -3,8 +3,10 @@
 // object its entry point hands out.
 #pragma once
 
+#include <QDialog>
 #include <QString>
 #include <QWidget>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -29,6 +31,13 @@ struct PanelContextHead {
 // panel's "!! ..." line to standard output and give nullptr with *status set.
 QWidget* LoadView(const Bundle* bundle, std::string_view uiFile, std::string_view window,
                   Status* status);
+
+// A dialog's view ("<uiFile>.ui", top-level QDialog named `window`) over
+// parent, titled by titleKey, its "<prefix>_ok" and "<prefix>_cancel"
+// buttons accepting and rejecting; nullptr (with LoadView's message) on
+// failure.
+std::unique_ptr<QDialog> LoadDialog(const Bundle* bundle, const char* uiFile, const char* window,
+                                    const char* titleKey, const char* prefix, QWidget* parent);
 
 // Moves the view into the pane, filling it.
 void EmbedView(QWidget* pane, QWidget* view);
