@@ -11,7 +11,7 @@
 namespace zorva {
 
 bool BookletLayoutIsOn(const Ticket& ticket) {
-  return ticket.getBoolean(kBookletLayoutKey).value_or(false);
+  return ticket.getBoolean(tkey::kBookletLayout).value_or(false);
 }
 
 namespace {

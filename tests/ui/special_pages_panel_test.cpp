@@ -16,7 +16,7 @@
 #include <QTreeWidget>
 
 #include "core/bundle.h"
-#include "jobticket/jotf_keys.h"
+#include "core/ticket_keys.h"
 #include "modal_driver.h"
 #include "model/page_ranges.h"
 #include "model/special_page_lists.h"
@@ -109,7 +109,7 @@ class SpecialPagesPanelTest : public ::testing::Test {
   // Inserts after pages 2, 5 and 7.
   void loadInserts() {
     Ticket t;
-    t.setArray("Z", kInsertListKey,
+    t.setArray("Z", tkey::kInsertList,
                Array{Value(Page({{"StartPage", 2}})), Value(Page({{"StartPage", 5}})),
                      Value(Page({{"StartPage", 7}}))});
     load(t);
@@ -138,7 +138,8 @@ TEST_F(SpecialPagesPanelTest, AnEmptyTicketListsNothingAndWritesNoKeys) {
   EXPECT_EQ(enabled(), std::vector<bool>(6, false));
   EXPECT_TRUE(Child<QLabel>(&dialog.pane(), "ZSpg_booklet")->isHidden());
   ASSERT_EQ(dialog.sync(false), kNoErr);
-  for (std::string_view k : {kFrontCoverKey, kBackCoverKey, kInsertListKey, kExceptionListKey}) {
+  for (std::string_view k :
+       {tkey::kFrontCover, tkey::kBackCover, tkey::kInsertList, tkey::kExceptionList}) {
     EXPECT_FALSE(dialog.ticket().contains(k)) << k;
   }
 }
@@ -201,23 +202,23 @@ TEST_F(SpecialPagesPanelTest, DialogsWriteCoversInsertsAndExceptionsThatReadBack
 
   ASSERT_EQ(dialog.sync(false), kNoErr);
   const Ticket& t = dialog.ticket();
-  const Dictionary* front = t.getDictionary(kFrontCoverKey);
+  const Dictionary* front = t.getDictionary(tkey::kFrontCover);
   ASSERT_NE(front, nullptr);
   EXPECT_EQ(Number(front, "SidesImaged"), 2);
   EXPECT_EQ(Number(front->getDictionary("Stock"), "Color"), blue);
-  EXPECT_EQ(*t.getDictionary(kBackCoverKey), *front);
-  const Array* inserts = t.getArray(kInsertListKey);
+  EXPECT_EQ(*t.getDictionary(tkey::kBackCover), *front);
+  const Array* inserts = t.getArray(tkey::kInsertList);
   ASSERT_TRUE(inserts && inserts->size() == 1);
   EXPECT_EQ(Number((*inserts)[0].dictionary(), "StartPage"), 4);
   EXPECT_EQ(Number((*inserts)[0].dictionary(), "Quantity"), 2);
-  const Array* exceptions = t.getArray(kExceptionListKey);
+  const Array* exceptions = t.getArray(tkey::kExceptionList);
   ASSERT_TRUE(exceptions && exceptions->size() == 1);
   const Dictionary& range = *(*exceptions)[0].dictionary();
   const std::pair<const char*, int> kRange[] = {
       {"StartPage", 3},   {"EndPage", 5},      {"SidesImaged", 2},   {"LightenDarken", -3},
       {"OutputColor", 1}, {"Antialiasing", 2}, {"HalftoneScreen", 1}};
   for (const auto& [k, v] : kRange) EXPECT_EQ(Number(&range, k), v) << k;
-  const Dictionary* shift = range.getDictionary(kImageShiftOptionsPageKey);
+  const Dictionary* shift = range.getDictionary(tkey::kPageImageShift);
   ASSERT_NE(shift, nullptr);
   EXPECT_EQ(Number(shift, "X1"), 50);
 
@@ -295,7 +296,7 @@ TEST_F(SpecialPagesPanelTest, AnInsertBeforeTheFirstPageNeedsNoPageText) {
   press(kAddInsert);
   EXPECT_EQ(column(1), QStringList{"Before Page 1"});
   ASSERT_EQ(dialog.sync(false), kNoErr);
-  EXPECT_EQ(Number((*dialog.ticket().getArray(kInsertListKey))[0].dictionary(), "StartPage"), 0);
+  EXPECT_EQ(Number((*dialog.ticket().getArray(tkey::kInsertList))[0].dictionary(), "StartPage"), 0);
   // Editing it shows the choice again.
   select({0});
   steps = {[](QWidget* insert) {
@@ -338,7 +339,7 @@ TEST_F(SpecialPagesPanelTest, InsertsMoveUndoAndDeleteWithTheConfirmation) {
   EXPECT_EQ(list()->topLevelItemCount(), 0);
   EXPECT_EQ(enabled(), (std::vector<bool>{false, false, false, true, false, false}));
   ASSERT_EQ(dialog.sync(false), kNoErr);
-  EXPECT_FALSE(dialog.ticket().contains(kInsertListKey));
+  EXPECT_FALSE(dialog.ticket().contains(tkey::kInsertList));
   press(kUndo);
   EXPECT_EQ(column(1), (QStringList{"5", "7"}));
 }
@@ -346,7 +347,7 @@ TEST_F(SpecialPagesPanelTest, InsertsMoveUndoAndDeleteWithTheConfirmation) {
 TEST_F(SpecialPagesPanelTest, EditingAnExceptionReplacesItsRangeAndAddsItsColour) {
   open();
   Ticket t;
-  t.setArray("Z", kExceptionListKey,
+  t.setArray("Z", tkey::kExceptionList,
              Array{Value(Page({{"StartPage", 3}, {"EndPage", 5}, {"HalftoneScreen", 2}}))});
   load(t);
   select({0});
@@ -367,7 +368,7 @@ TEST_F(SpecialPagesPanelTest, EditingAnExceptionReplacesItsRangeAndAddsItsColour
   press(kEdit);
   EXPECT_EQ(column(1), QStringList{"8-9"});
   ASSERT_EQ(dialog.sync(false), kNoErr);
-  const Dictionary& range = *(*dialog.ticket().getArray(kExceptionListKey))[0].dictionary();
+  const Dictionary& range = *(*dialog.ticket().getArray(tkey::kExceptionList))[0].dictionary();
   EXPECT_EQ(Number(&range, "HalftoneScreen"), 2);
   EXPECT_NE(range.getDictionary("FullColorOptionsPage"), nullptr);
 }
@@ -375,8 +376,8 @@ TEST_F(SpecialPagesPanelTest, EditingAnExceptionReplacesItsRangeAndAddsItsColour
 TEST_F(SpecialPagesPanelTest, UnderBookletLayoutTheCoverIsOneSheetForBothSides) {
   open();
   Ticket t;
-  t.setBoolean("Z", kBookletLayoutKey, true);
-  t.setDictionary("Z", kFrontCoverKey, Page({{"SidesImaged", 4}}));
+  t.setBoolean("Z", tkey::kBookletLayout, true);
+  t.setDictionary("Z", tkey::kFrontCover, Page({{"SidesImaged", 4}}));
   load(t);
   EXPECT_EQ(column(0), (QStringList{"Front Cover", "Back Cover"}));
   EXPECT_FALSE(Child<QLabel>(&dialog.pane(), "ZSpg_booklet")->isHidden());
@@ -390,8 +391,8 @@ TEST_F(SpecialPagesPanelTest, UnderBookletLayoutTheCoverIsOneSheetForBothSides) 
   }};
   press(kEdit);
   ASSERT_EQ(dialog.sync(false), kNoErr);
-  EXPECT_EQ(Number(dialog.ticket().getDictionary(kFrontCoverKey), "SidesImaged"), 3);
-  EXPECT_FALSE(dialog.ticket().contains(kBackCoverKey)) << "the back cover is the front one";
+  EXPECT_EQ(Number(dialog.ticket().getDictionary(tkey::kFrontCover), "SidesImaged"), 3);
+  EXPECT_FALSE(dialog.ticket().contains(tkey::kBackCover)) << "the back cover is the front one";
   // Deleting one cover deletes its twin.
   select({0});
   answerConfirm(true);
