@@ -61,7 +61,6 @@ QString PreviewPane::message() const {
 }
 
 QString PreviewPane::setDocument(const std::filesystem::path& pdf) {
-  documentPath_ = pdf;
   pages_.clear();
   // The pane says once what is wrong; the library's own diagnostics of a
   // broken file would only repeat it on the terminal.

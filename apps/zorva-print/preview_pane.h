@@ -84,7 +84,6 @@ class PreviewPane : public QWidget {
 
   std::unique_ptr<Ui::PrintPreview> ui_;
   std::unique_ptr<Poppler::Document> document_;
-  std::filesystem::path documentPath_;
   PreviewPlan plan_;
   std::vector<Row> rows_;
   QCache<std::int32_t, QImage> pages_;

@@ -277,6 +277,28 @@ TEST_F(PrintPreviewTest, InFrontDrawsOverThePagesMarksBehindUnderThem) {
   }
 }
 
+TEST_F(PrintPreviewTest, BookletSheetsFollowTheRowsWithTheirPairsOfPages) {
+  Ticket t = PreviewTicket(false);
+  t.setBoolean(kTicketClientPrint, kBookletLayoutKey, true);
+  PrintWindow window(plugin_.ops(), dir_ / "doc.pdf", t);
+  ASSERT_EQ(window.start(RecordingQueue::kQueue), "");
+  PreviewPane* preview = window.preview();
+  ASSERT_TRUE(preview->plan().booklet);
+  // The cover takes page 1; pages 2-5 make one sheet.
+  ASSERT_EQ(preview->rowCount(), 6 + 2);
+  EXPECT_EQ(preview->rowText(6), "Booklet sheet 1, front\nPages 5 | 2");
+  EXPECT_EQ(preview->rowText(7), "Booklet sheet 1, back\nPages 3 | 4");
+  preview->renderAll();
+  const QImage sheet = preview->rowImage(6);
+  EXPECT_GT(sheet.width(), sheet.height()) << "two pages side by side";
+  // Both halves carry the watermark at its place on their own page.
+  const WatermarkPlacement place = PlaceWatermark(RedWatermark(), {612, 792});
+  const QImage left = sheet.copy(0, 0, sheet.width() / 2, sheet.height());
+  const QImage right = sheet.copy(sheet.width() / 2, 0, sheet.width() / 2, sheet.height());
+  EXPECT_TRUE(InkWherePlaced(left, place, 612));
+  EXPECT_TRUE(InkWherePlaced(right, place, 612));
+}
+
 TEST_F(PrintPreviewTest, APresetShowsAtOnceAndRefreshKeepsWhatThePanelsHold) {
   ASSERT_TRUE(SavePreset("Special", PreviewTicket(false), nullptr));
   PrintWindow window(plugin_.ops(), dir_ / "doc.pdf", Ticket());
