@@ -32,19 +32,19 @@ constexpr std::int32_t kCoverPrintBack = 3;
 constexpr std::int32_t kCoverPrintBoth = 4;
 
 struct TintRow {
-  std::int32_t color;  // the stock's colour code
   const char* name;    // how a custom colour may spell it
+  std::int32_t color;  // the stock's colour code
   std::uint8_t rgb[3];
 };
 // Paper colours as a screen shows them: pale, so printed marks stay legible.
 constexpr TintRow kTints[] = {
-    {1, "white", {255, 255, 255}},   {2, "blue", {190, 215, 245}},
-    {3, "yellow", {255, 245, 160}},  {4, "green", {195, 235, 190}},
-    {5, "pink", {250, 205, 220}},    {6, "clear", {235, 245, 250}},
-    {7, "buff", {240, 220, 170}},    {8, "goldenrod", {240, 200, 90}},
-    {9, "red", {240, 140, 130}},     {11, "ivory", {255, 250, 225}},
-    {12, "gray", {215, 215, 215}},   {12, "grey", {215, 215, 215}},
-    {13, "orange", {255, 200, 140}},
+    {"white", 1, {255, 255, 255}},   {"blue", 2, {190, 215, 245}},
+    {"yellow", 3, {255, 245, 160}},  {"green", 4, {195, 235, 190}},
+    {"pink", 5, {250, 205, 220}},    {"clear", 6, {235, 245, 250}},
+    {"buff", 7, {240, 220, 170}},    {"goldenrod", 8, {240, 200, 90}},
+    {"red", 9, {240, 140, 130}},     {"ivory", 11, {255, 250, 225}},
+    {"gray", 12, {215, 215, 215}},   {"grey", 12, {215, 215, 215}},
+    {"orange", 13, {255, 200, 140}},
 };
 
 std::string Label(const Bundle* bundle, std::string_view key) {
