@@ -94,12 +94,23 @@ void PreviewPane::setSettings(const Ticket& settings, const PPD* ppd) {
 
   record_.reset();
   picture_ = QImage();
+  pictureInfo_.reset();
   QString watermarkText;
   if (plan_.watermark) {
     WatermarkData record;
     if (loadWatermarkData(kWatermarkFileName, plan_.watermark->name, record)) {
       record_ = record;
-      if (!record.isText) picture_.load(Q(record.filePath));
+      if (!record.isText) {
+        QFile file(Q(record.filePath));
+        if (file.open(QIODevice::ReadOnly)) {
+          const QByteArray bytes = file.readAll();
+          pictureInfo_ =
+              ReadJpegInfo(std::span(reinterpret_cast<const std::uint8_t*>(bytes.constData()),
+                                     static_cast<std::size_t>(bytes.size())),
+                           nullptr);
+          picture_.loadFromData(bytes);
+        }
+      }
       watermarkText = QStringLiteral("; watermark \u201c%1\u201d%2")
                           .arg(Q(plan_.watermark->name), plan_.watermark->firstPageOnly
                                                              ? QStringLiteral(" on the first page")
@@ -277,18 +288,9 @@ QString PreviewPane::watermarkFamily() {
 
 void PreviewPane::drawWatermark(QPainter& painter, QRectF face, QSizeF pagePoints) {
   const WatermarkData& record = *record_;
-  std::optional<JpegInfo> jpeg;
-  if (!record.isText) {
-    QFile file(Q(record.filePath));
-    if (file.open(QIODevice::ReadOnly)) {
-      const QByteArray bytes = file.readAll();
-      jpeg = ReadJpegInfo(std::span(reinterpret_cast<const std::uint8_t*>(bytes.constData()),
-                                    static_cast<std::size_t>(bytes.size())),
-                          nullptr);
-    }
-  }
-  const WatermarkPlacement place = PlaceWatermark(record, {pagePoints.width(), pagePoints.height()},
-                                                  kWatermarkLayoutPage, jpeg ? &*jpeg : nullptr);
+  const WatermarkPlacement place =
+      PlaceWatermark(record, {pagePoints.width(), pagePoints.height()}, kWatermarkLayoutPage,
+                     pictureInfo_ ? &*pictureInfo_ : nullptr);
   const double scale = face.width() / pagePoints.width();
   painter.save();
   painter.setClipRect(face);

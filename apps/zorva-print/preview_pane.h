@@ -23,6 +23,7 @@
 
 #include "core/ticket.h"
 #include "print/preview_plan.h"
+#include "watermarks/jpeg_info.h"
 #include "watermarks/watermark_store.h"
 
 namespace Poppler {
@@ -90,6 +91,7 @@ class PreviewPane : public QWidget {
   QTimer renderTimer_;
   std::optional<WatermarkData> record_;
   QImage picture_;
+  std::optional<JpegInfo> pictureInfo_;      // the picture's facts, for its placement
   std::map<std::string, QString> families_;  // stored fonts added to Qt, by name
 };
 

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QFont>
 #include <QPainter>
@@ -26,6 +27,7 @@
 #include "print/preview_plan.h"
 #include "print_window.h"
 #include "support/recording_queue.h"
+#include "watermarks/jpeg_info.h"
 #include "watermarks/watermark_choice.h"
 #include "watermarks/watermark_render.h"
 #include "watermarks/watermark_store.h"
@@ -297,6 +299,61 @@ TEST_F(PrintPreviewTest, BookletSheetsFollowTheRowsWithTheirPairsOfPages) {
   const QImage right = sheet.copy(sheet.width() / 2, 0, sheet.width() / 2, sheet.height());
   EXPECT_TRUE(InkWherePlaced(left, place, 612));
   EXPECT_TRUE(InkWherePlaced(right, place, 612));
+}
+
+TEST_F(PrintPreviewTest, SwitchingPanelsShowsWhatThePanelLeftBehind) {
+  PrintWindow window(plugin_.ops(), dir_ / "doc.pdf", Ticket());
+  ASSERT_EQ(window.start(RecordingQueue::kQueue), "");
+  PreviewPane* preview = window.preview();
+  ASSERT_FALSE(preview->plan().booklet);
+  auto* booklet = window.findChild<QCheckBox*>("ZPpo_10");  // Paper/Output: Booklet Layout
+  ASSERT_NE(booklet, nullptr);
+  booklet->click();
+  EXPECT_FALSE(preview->plan().booklet) << "not before the panel is left";
+  auto* tabs = window.findChild<QComboBox*>("Zshl_16");
+  ASSERT_NE(tabs, nullptr);
+  const int other = tabs->currentIndex() == 0 ? 1 : 0;
+  tabs->setCurrentIndex(other);
+  emit tabs->activated(other);
+  QTRY_VERIFY_WITH_TIMEOUT(preview->plan().booklet, 5000);
+  EXPECT_EQ(preview->rowCount(), kPages + 4);  // the pages, then two sheets' sides
+}
+
+TEST_F(PrintPreviewTest, APictureWatermarkLiesWhereItsPlacementPutsIt) {
+  // A red JPEG, 144 by 72 pixels at 72 per inch: two inches by one.
+  QImage red(144, 72, QImage::Format_RGB32);
+  red.fill(Qt::red);
+  red.setDotsPerMeterX(2835);
+  red.setDotsPerMeterY(2835);
+  const std::filesystem::path jpeg = dir_ / "red.jpg";
+  ASSERT_TRUE(red.save(QString::fromStdString(jpeg.string()), "JPEG", 95));
+  WatermarkData picture = RedWatermark();
+  picture.isText = false;
+  picture.textString.clear();
+  picture.filename = "red.jpg";
+  picture.filePath = jpeg.string();
+  picture.xPos = 300;
+  picture.yPos = 600;  // above the heading, clear of the page's marks
+  ASSERT_EQ(saveWatermarkData(kWatermarkFileName, picture), 0);
+  PrintWindow window(plugin_.ops(), dir_ / "doc.pdf", PreviewTicket(false, false, "red.jpg"));
+  ASSERT_EQ(window.start(RecordingQueue::kQueue), "");
+  PreviewPane* preview = window.preview();
+  preview->renderAll();
+  const std::string bytes = ReadText(jpeg);
+  const std::optional<JpegInfo> info = ReadJpegInfo(
+      std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()), nullptr);
+  ASSERT_TRUE(info);
+  const WatermarkPlacement place =
+      PlaceWatermark(picture, {612, 792}, kWatermarkLayoutPage, &*info);
+  ASSERT_GT(place.width, 0);
+  const QImage page2 = preview->rowImage(1);
+  const double scale = page2.width() / 612.0;
+  const auto at = [&](double x, double y) {
+    return page2.pixel(static_cast<int>(x * scale), static_cast<int>((792 - y) * scale));
+  };
+  EXPECT_TRUE(IsInk(at(place.x + place.width / 2, place.y + place.height / 2)));
+  EXPECT_FALSE(IsInk(at(place.x + place.width * 1.5, place.y + place.height / 2)));
+  EXPECT_FALSE(IsInk(at(place.x + place.width / 2, place.y + place.height * 1.5)));
 }
 
 TEST_F(PrintPreviewTest, APresetShowsAtOnceAndRefreshKeepsWhatThePanelsHold) {
