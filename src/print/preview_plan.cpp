@@ -123,13 +123,27 @@ void AddInsertSheets(std::vector<PreviewItem>& items, const Insert& insert) {
   }
 }
 
+// Pages come in ascending order and the exception list is sorted without
+// overlaps, so one cursor walks both: linear in pages plus ranges.
+class ExceptionCursor {
+ public:
+  explicit ExceptionCursor(const ExceptionPageList& list) : list_(list) {}
+  const ExceptionPage* rangeOf(std::int32_t page) {
+    while (next_ < list_.count() && list_.pageAtIndex(next_)->endPage() < page) ++next_;
+    const ExceptionPage* e = list_.pageAtIndex(next_);
+    return e != nullptr && e->startPage() <= page ? e : nullptr;
+  }
+
+ private:
+  const ExceptionPageList& list_;
+  SpecialPageList::Index next_ = 0;
+};
+
 PreviewItem PageItem(std::int32_t page, const Stock& jobStock, std::int32_t jobSides,
-                     const ExceptionPageList& exceptions) {
+                     ExceptionCursor& exceptions) {
   PreviewItem item;
   item.frontPage = page;
-  for (SpecialPageList::Index i = 0; i < exceptions.count(); ++i) {
-    const ExceptionPage* e = exceptions.pageAtIndex(i);
-    if (page < e->startPage() || page > e->endPage()) continue;
+  if (const ExceptionPage* e = exceptions.rangeOf(page)) {
     item.kind = PreviewItemKind::ExceptionPage;
     item.stock = *e->stock();
     item.sides = e->plex() != kUnset ? e->plex() : jobSides;
@@ -223,10 +237,11 @@ PreviewPlan BuildPreviewPlan(const Ticket& settings, const PreviewInput& input, 
   }
 
   const std::vector<PlacedInsert> placed = PlaceInserts(inserts, pages);
+  ExceptionCursor ranges(exceptions);
   auto next = placed.begin();
   for (std::size_t i = 0; i <= pages.size(); ++i) {
     for (; next != placed.end() && next->anchor == i; ++next) AddInsertSheets(items, *next->insert);
-    if (i < pages.size()) items.push_back(PageItem(pages[i], jobStock, jobSides, exceptions));
+    if (i < pages.size()) items.push_back(PageItem(pages[i], jobStock, jobSides, ranges));
   }
   if (backItem) items.push_back(std::move(*backItem));
   plan.items = std::move(items);
