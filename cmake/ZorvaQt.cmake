@@ -46,3 +46,12 @@ target_compile_definitions(zorva-print PRIVATE ZORVA_VERSION="${PROJECT_VERSION}
 target_precompile_headers(zorva-print PRIVATE ${ZORVA_QT_PCH_HEADERS})
 add_dependencies(zorva-print ZorvaFeatures)
 install(TARGETS zorva-print RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+
+# zorva-print's preview: the user's PDF drawn with Poppler, in a pane laid out
+# in PrintPreview.ui (compiled in, since the pane belongs to the program).
+pkg_check_modules(POPPLER_QT6 REQUIRED IMPORTED_TARGET poppler-qt6)
+set(ZORVA_PREVIEW_SOURCES "${CMAKE_SOURCE_DIR}/apps/zorva-print/preview_pane.cpp"
+    "${CMAKE_SOURCE_DIR}/apps/zorva-print/PrintPreview.ui")
+target_sources(zorva-print PRIVATE ${ZORVA_PREVIEW_SOURCES})
+set_target_properties(zorva-print PROPERTIES AUTOUIC ON)
+target_link_libraries(zorva-print PRIVATE PkgConfig::POPPLER_QT6 zorva_watermarks)

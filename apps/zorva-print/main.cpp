@@ -24,6 +24,7 @@
 #include "core/bundle.h"
 #include "core/print_session.h"
 #include "host/pde_interface.h"
+#include "preview_pane.h"
 #include "print_window.h"
 
 namespace {
@@ -199,6 +200,7 @@ int RunPrintDialog(PlugIn& plugin, const Options& options, std::optional<Ticket>
   if (!options.screenshot.empty()) {
     window.show();
     QApplication::processEvents();
+    window.preview()->renderAll();  // the picture shows every sheet drawn
     if (!window.grab().save(QString::fromStdString(options.screenshot.string()))) {
       return Fail("cannot write " + options.screenshot.string());
     }

@@ -21,6 +21,7 @@
 #include <algorithm>
 
 #include "jobticket/jotf_page_size.h"
+#include "preview_pane.h"
 #include "print/presets.h"
 #include "print/print_job.h"
 #include "print/printers.h"
@@ -44,7 +45,16 @@ PrintWindow::PrintWindow(PDEInterfaceTable& ops, std::filesystem::path document,
                          std::optional<Ticket> settings)
     : ops_(ops), document_(std::move(document)), initial_(std::move(settings)) {
   setWindowTitle(QStringLiteral("Print %1").arg(Q(document_.filename().string())));
-  auto* layout = new QVBoxLayout(this);
+  // The choices and the plug-in's pane on the left, the preview beside them.
+  auto* outer = new QVBoxLayout(this);
+  auto* body = new QHBoxLayout;
+  auto* layout = new QVBoxLayout;
+  body->addLayout(layout, 1);
+  preview_ = new PreviewPane(this);
+  preview_->setObjectName("preview");
+  preview_->setDocument(document_);
+  body->addWidget(preview_);
+  outer->addLayout(body, 1);
 
   // Printer and presets each on a row of their own: printer descriptions can
   // be long, and the presets' buttons stay next to their menu.
@@ -121,7 +131,7 @@ PrintWindow::PrintWindow(PDEInterfaceTable& ops, std::filesystem::path document,
   printButton_ = buttons->addButton(QStringLiteral("Print"), QDialogButtonBox::AcceptRole);
   printButton_->setObjectName("print");
   printButton_->setDefault(true);
-  layout->addWidget(buttons);
+  outer->addWidget(buttons);
 
   connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   connect(printButton_, &QPushButton::clicked, this, &PrintWindow::printClicked);
@@ -131,6 +141,10 @@ PrintWindow::PrintWindow(PDEInterfaceTable& ops, std::filesystem::path document,
   connect(remove, &QPushButton::clicked, this, &PrintWindow::deletePreset);
   connect(somePages_, &QRadioButton::toggled, from_, &QWidget::setEnabled);
   connect(somePages_, &QRadioButton::toggled, to_, &QWidget::setEnabled);
+  connect(preview_, &PreviewPane::refreshRequested, this, &PrintWindow::refreshPreview);
+  connect(allPages_, &QRadioButton::toggled, this, &PrintWindow::pageRangeChanged);
+  connect(from_, &QSpinBox::valueChanged, this, &PrintWindow::pageRangeChanged);
+  connect(to_, &QSpinBox::valueChanged, this, &PrintWindow::pageRangeChanged);
 }
 
 PrintWindow::~PrintWindow() {
@@ -193,7 +207,27 @@ std::string PrintWindow::openPrinter(const std::string& name, std::optional<Tick
   }
   settingsToControls();
   fillPresets();
+  // Switching panels shows what the panel left behind; queued, so the host
+  // has finished the switch (and the panel its Sync) first.
+  if (auto* tabs = pane_->findChild<QComboBox*>("Zshl_16")) {
+    connect(tabs, &QComboBox::currentIndexChanged, this, &PrintWindow::refreshPreview,
+            Qt::QueuedConnection);
+  }
+  refreshPreview();
   return {};
+}
+
+void PrintWindow::refreshPreview() {
+  if (!session_) return;
+  if (context_ != nullptr) ops_.Sync(context_, session_.get(), false);
+  controlsToSettings();
+  preview_->setSettings(session_->printSettings(), ppd_.get());
+}
+
+void PrintWindow::pageRangeChanged() {
+  if (loadingControls_ || !session_) return;
+  controlsToSettings();
+  preview_->setSettings(session_->printSettings(), ppd_.get());
 }
 
 void PrintWindow::closePrinter() {
@@ -245,6 +279,7 @@ void PrintWindow::presetChosen(int index) {
   session_->printSettings() = std::move(*chosen);
   ops_.Sync(context_, session_.get(), true);
   settingsToControls();
+  preview_->setSettings(session_->printSettings(), ppd_.get());
 }
 
 void PrintWindow::savePreset() {
@@ -281,6 +316,7 @@ void PrintWindow::deletePreset() {
 }
 
 void PrintWindow::settingsToControls() {
+  loadingControls_ = true;
   const Ticket& t = session_->printSettings();
   std::int32_t copies = 1;
   t.getNumber(tkey::kPMCopies, copies);
@@ -306,6 +342,7 @@ void PrintWindow::settingsToControls() {
     paper_->addItem(Q(p.text.empty() ? p.choice : p.text), Q(p.choice));
     if (choice && p.choice == *choice) paper_->setCurrentIndex(paper_->count() - 1);
   }
+  loadingControls_ = false;
   controlsToSettings();  // the page format the job ticket's paper fallback reads
 }
 

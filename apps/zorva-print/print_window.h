@@ -27,6 +27,8 @@ class QVBoxLayout;
 
 namespace zorva {
 
+class PreviewPane;
+
 class PrintWindow : public QDialog {
   Q_OBJECT
 
@@ -47,6 +49,11 @@ class PrintWindow : public QDialog {
   // "QUEUE-ID" of the job Print submitted.
   const std::string& submittedJob() const { return submitted_; }
   PrintSession* session() { return session_.get(); }
+  PreviewPane* preview() { return preview_; }
+
+  // Shows the panels' current settings in the preview: the plug-in saves
+  // them into the session first.
+  void refreshPreview();
 
  private:
   std::string openPrinter(const std::string& name, std::optional<Ticket> settings);
@@ -59,6 +66,7 @@ class PrintWindow : public QDialog {
   void settingsToControls();
   void controlsToSettings();
   void printClicked();
+  void pageRangeChanged();
 
   PDEInterfaceTable& ops_;
   std::filesystem::path document_;
@@ -83,6 +91,8 @@ class PrintWindow : public QDialog {
   QVBoxLayout* paneArea_ = nullptr;
   QWidget* pane_ = nullptr;
   QPushButton* printButton_ = nullptr;
+  PreviewPane* preview_ = nullptr;
+  bool loadingControls_ = false;  // the controls are being filled from the settings
 };
 
 }  // namespace zorva
