@@ -102,7 +102,8 @@ bool WaitForLoopbackPort(int port, int timeoutMs) {
   return false;
 }
 
-IppEvePrinter::IppEvePrinter(const std::string& attributes) : dir_(std::make_unique<TempDir>()) {
+IppEvePrinter::IppEvePrinter(const std::string& attributes, bool verbose)
+    : dir_(std::make_unique<TempDir>()) {
   const std::filesystem::path dir = dir_->path();
   std::filesystem::create_directories(dir / "spool");
   WriteText(dir / "attrs.conf", attributes);
@@ -117,13 +118,27 @@ IppEvePrinter::IppEvePrinter(const std::string& attributes) : dir_(std::make_uni
   // a few tries make that harmless.
   for (int attempt = 0; attempt < 3 && !ready_; ++attempt) {
     port_ = FreeLoopbackPort();
+    std::vector<std::string> argv = {"ippeveprinter",
+                                     "-a",
+                                     (dir / "attrs.conf").string(),
+                                     "-p",
+                                     std::to_string(port_),
+                                     "-n",
+                                     "localhost",
+                                     "-d",
+                                     (dir / "spool").string(),
+                                     "-r",
+                                     "off",
+                                     "ZorvaTest"};
+    if (verbose) argv.insert(argv.begin() + 1, "-vv");
     printer_ = std::make_unique<ChildProcess>(
-        std::vector<std::string>{"ippeveprinter", "-a", (dir / "attrs.conf").string(), "-p",
-                                 std::to_string(port_), "-n", "localhost", "-d",
-                                 (dir / "spool").string(), "-r", "off", "ZorvaTest"},
-        std::vector<std::string>{"DBUS_SYSTEM_BUS_ADDRESS=" + bus}, log);
+        argv, std::vector<std::string>{"DBUS_SYSTEM_BUS_ADDRESS=" + bus}, log);
     ready_ = printer_->running() && WaitForLoopbackPort(port_, 5000);
   }
+}
+
+std::string IppEvePrinter::logText() const {
+  return ReadText(dir_->path() / "log.txt");
 }
 
 IppEvePrinter::~IppEvePrinter() {

@@ -39,7 +39,8 @@ bool WaitForLoopbackPort(int port, int timeoutMs);
 class IppEvePrinter {
  public:
   // attributes: the text of the attributes file (ipptool ATTR lines).
-  explicit IppEvePrinter(const std::string& attributes);
+  // verbose: the log also holds each request and why one was refused.
+  explicit IppEvePrinter(const std::string& attributes, bool verbose = false);
   ~IppEvePrinter();
   IppEvePrinter(const IppEvePrinter&) = delete;
   IppEvePrinter& operator=(const IppEvePrinter&) = delete;
@@ -47,6 +48,8 @@ class IppEvePrinter {
   bool ready() const { return ready_; }
   int port() const { return port_; }
   std::string address() const { return "127.0.0.1:" + std::to_string(port_); }
+  // What the printer wrote to its log (its requests and refusals).
+  std::string logText() const;
 
  private:
   std::unique_ptr<TempDir> dir_;
