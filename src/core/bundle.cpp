@@ -2,6 +2,8 @@
 // localised string tables.
 #include "core/bundle.h"
 
+#include <dlfcn.h>
+
 #include <algorithm>
 #include <cstdlib>
 #include <map>
@@ -101,6 +103,37 @@ std::unique_ptr<Bundle> Bundle::Open(const fs::path& path) {
   return b;
 }
 
+namespace {
+
+// The file this code was loaded from: the shared library, or the program
+// itself when the library is linked in (read from /proc, since the loader
+// may have been given a relative path).
+fs::path LoadedFrom() {
+  Dl_info info{};
+  if (dladdr(reinterpret_cast<void*>(&LoadedFrom), &info) != 0 && info.dli_fname &&
+      fs::path(info.dli_fname).is_absolute()) {
+    return info.dli_fname;
+  }
+  std::error_code ec;
+  return fs::read_symlink("/proc/self/exe", ec);
+}
+
+// The build tree's bundles serve the programs and libraries of that build
+// tree only: an installed copy of the same build finds its installed bundle,
+// even on the machine where the build tree still exists.
+bool RunsFromBuildTree() {
+  const fs::path bundles = ZORVA_BUILD_BUNDLES;
+  if (bundles.empty()) return false;
+  std::error_code ec;
+  const fs::path self = fs::weakly_canonical(LoadedFrom(), ec);
+  const fs::path tree = fs::weakly_canonical(bundles.parent_path(), ec);
+  if (self.empty() || tree.empty()) return false;
+  const auto [treeEnd, selfAt] = std::mismatch(tree.begin(), tree.end(), self.begin(), self.end());
+  return treeEnd == tree.end();
+}
+
+}  // namespace
+
 std::vector<fs::path> Bundle::SearchPath() {
   std::vector<fs::path> dirs;
   if (const char* list = Env("ZORVA_BUNDLE_PATH")) {
@@ -111,9 +144,9 @@ std::vector<fs::path> Bundle::SearchPath() {
       rest = colon == std::string_view::npos ? std::string_view() : rest.substr(colon + 1);
     }
   }
-  for (const char* d : {ZORVA_BUILD_BUNDLES, ZORVA_INSTALL_BUNDLES}) {
-    if (*d) dirs.emplace_back(d);
-  }
+  static const bool fromBuildTree = RunsFromBuildTree();
+  if (fromBuildTree) dirs.emplace_back(ZORVA_BUILD_BUNDLES);
+  if (*ZORVA_INSTALL_BUNDLES) dirs.emplace_back(ZORVA_INSTALL_BUNDLES);
   return dirs;
 }
 

@@ -37,7 +37,8 @@ class Bundle {
   // process and kept; nullptr when none is found.
   static const Bundle* FindByIdentifier(std::string_view identifier);
 
-  // The folders searched for bundles, in order.
+  // The folders searched for bundles, in order: ZORVA_BUNDLE_PATH's, the
+  // build tree's (for programs running from it), the installed one.
   static std::vector<std::filesystem::path> SearchPath();
 
   const std::string& identifier() const { return identifier_; }
