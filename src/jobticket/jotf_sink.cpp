@@ -6,7 +6,7 @@
 
 namespace zorva {
 
-thread_local std::FILE* jotf_ofp = nullptr;
+thread_local std::FILE* jotf_ofp ZORVA_TLS_MODEL = nullptr;
 
 int DevWriteJotf(void*, const char* text, int) {
   if (jotf_ofp && text) std::fputs(text, jotf_ofp);
@@ -92,7 +92,7 @@ const char* JotfFormatInto(std::string& buffer, const char* format, ...) {
 }
 
 void JotfPrintf(const JotfSink* sink, const char* format, ...) {
-  thread_local std::string buffer;
+  thread_local std::string buffer ZORVA_TLS_MODEL;
   va_list args;
   va_start(args, format);
   const char* text = FormatV(buffer, format, args);

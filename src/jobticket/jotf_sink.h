@@ -19,9 +19,16 @@ struct JotfSink {
   int (*write)(void* handle, const char* text, int length);
 };
 
+// The thread-local storage model of the writer's per-thread state. The dialog
+// plug-in carries this code in a module loaded with dlopen; its few bytes of
+// thread-local data then live in the static block every thread has, rather
+// than in blocks the loader hands out on first use (which the leak checker
+// cannot always walk).
+#define ZORVA_TLS_MODEL __attribute__((tls_model("initial-exec")))
+
 // The stream DevWriteJotf writes to. WriteJOTF sets it and leaves it set.
 // Per thread, so that two threads can each write their own document.
-extern thread_local std::FILE* jotf_ofp;
+extern thread_local std::FILE* jotf_ofp ZORVA_TLS_MODEL;
 
 // Writes the whole NUL-terminated text to jotf_ofp; the length is ignored.
 // Nothing happens while no stream is set. Stream errors are not reported.
