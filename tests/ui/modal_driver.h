@@ -89,6 +89,16 @@ inline void PressLater(QWidget* modal, const char* button) {
   QTimer::singleShot(0, b, &QPushButton::click);
 }
 
+// Saves a picture of the window for review when ZORVA_SCREENSHOT_DIR is set.
+inline void SavePicture(QWidget* window, const char* name) {
+  if (const char* dir = std::getenv("ZORVA_SCREENSHOT_DIR")) {
+    // Shown, so lists lay their rows out at the window's size.
+    window->show();
+    QApplication::processEvents();
+    EXPECT_TRUE(window->grab().toImage().save(QString::fromUtf8(dir) + "/" + name));
+  }
+}
+
 inline bool Has(const std::string& text, const std::string& part) {
   return text.find(part) != std::string::npos;
 }
