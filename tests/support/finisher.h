@@ -6,6 +6,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -37,34 +39,12 @@ class InstalledFinisher {
 
 // Every finishing feature a finisher can have, written out by hand.
 inline std::vector<std::string> EveryFinishingFeature() {
-  std::vector<std::string> all = {"1StapleTL",
-                                  "1StapleTR",
-                                  "1StapleBR",
-                                  "1StapleBL",
-                                  "2StaplesT",
-                                  "2StaplesR",
-                                  "2StaplesB",
-                                  "2StaplesL",
-                                  "1StapleT",
-                                  "1StapleR",
-                                  "1StapleB",
-                                  "1StapleL",
-                                  "BindLeft",
-                                  "BindTop",
-                                  "BindRight",
-                                  "BindBottom",
-                                  "BiFoldMultiple",
-                                  "BiFoldStapleMultiple",
-                                  "BiFoldSingleInside",
-                                  "BiFoldSingleOutside",
-                                  "CFoldSingleInside",
-                                  "CFoldSingleOutside",
-                                  "ZFoldHalfLeft",
-                                  "ZFoldHalfRight",
-                                  "SBM",
-                                  "Custom",
-                                  "SlipSheets",
-                                  "Offset"};
+  std::istringstream words(
+      "1StapleTL 1StapleTR 1StapleBR 1StapleBL 2StaplesT 2StaplesR 2StaplesB 2StaplesL 1StapleT "
+      "1StapleR 1StapleB 1StapleL BindLeft BindTop BindRight BindBottom BiFoldMultiple "
+      "BiFoldStapleMultiple BiFoldSingleInside BiFoldSingleOutside CFoldSingleInside "
+      "CFoldSingleOutside ZFoldHalfLeft ZFoldHalfRight SBM Custom SlipSheets Offset");
+  std::vector<std::string> all{std::istream_iterator<std::string>(words), {}};
   for (const char* n : {"2", "3", "4"}) {
     for (const char* e : {"L", "T", "R", "B"}) all.push_back(std::string(n) + "HolePunch" + e);
   }
