@@ -25,44 +25,38 @@ void ExpectOutput(const ToolResult& r, const std::string& out) {
 }
 
 // Ranges as "start count", or one line per page; text starting with '-'
-// after "--"; an open end with --pages runs to the last page.
+// after "--"; an open end with --pages runs to the last page. What the text
+// means is the page-range parser's test.
 TEST(PagesCommand, PrintsRangesOrPages) {
   ExpectOutput(Parse({"1-3, 7"}), "1 3\n7 1\n");
   ExpectOutput(Parse({"--pages", "1-3,7"}), "1 1\n2 1\n3 1\n7 1\n");
-  ExpectOutput(Parse({"12-"}), "12 9999988\n");
-  ExpectOutput(Parse({"0"}), "0 1\n");
-  ExpectOutput(Parse({"--", "-4"}), "1 4\n");
   ExpectOutput(Parse({"--pages", "--", "-3, 9"}), "1 1\n2 1\n3 1\n9 1\n");
+  // An open end runs to the last page, written out page by page.
   ToolResult r = Parse({"--pages", "9999000-"});
   EXPECT_EQ(r.exitCode, 0) << r.err;
   EXPECT_EQ(std::count(r.out.begin(), r.out.end(), '\n'), 1000);
   EXPECT_TRUE(r.out.starts_with("9999000 1\n") && r.out.ends_with("\n9999999 1\n"));
 }
 
+// A fixed form for scripts: no "zorva: " prefix, one line with the code and
+// the alert's message, exit 1, in both modes.
 TEST(PagesCommand, BadTextIsOneErrorLineWithCodeAndMessage) {
-  const std::vector<std::pair<std::string, std::string>> cases = {
+  const std::pair<const char*, const char*> cases[] = {
       {"5-2", "error 1002: A range must not end before it starts"},
-      {"", "error 1001: Enter page numbers"},
-      {", ,", "error 1001: "},
-      {"1--3", "error 1001: "},
       {"10000000", "error 1000: Page numbers can have at most 7 digits."},
-      {std::string(400, '9'), "error 1000: "},
   };
   for (const auto& [text, start] : cases) {
     for (bool pages : {false, true}) {
       ToolResult r = pages ? Parse({"--pages", "--", text}) : Parse({"--", text});
-      // A fixed form for scripts: no "zorva: " prefix, one line, exit 1.
       EXPECT_EQ(r.exitCode, 1);
+      EXPECT_EQ(r.out, "");
       EXPECT_EQ(std::count(r.err.begin(), r.err.end(), '\n'), 1) << r.err;
       EXPECT_TRUE(r.err.starts_with(start)) << r.err;
     }
   }
 }
 
-TEST(PagesCommand, HelpAndUsage) {
-  ToolResult help = Parse({"--help"});
-  EXPECT_EQ(help.exitCode, 0);
-  EXPECT_NE(help.out.find("Usage: zorva pages"), std::string::npos) << help.out;
+TEST(PagesCommand, UsageErrors) {
   ExpectOneLineError(Parse({}), 2);
   ExpectOneLineError(RunTool({"pages"}), 2);
   ExpectOneLineError(Parse({"1", "2"}), 2);

@@ -167,16 +167,8 @@ TEST_F(PapersCommand, BadInputIsOneLine) {
       {{"add", "--name", "x", "--weight", "heavy"}, 2},
       {{"use", "Gloss 170"}, 2},
   };
-  for (const auto& [argv, code] : cases) {
-    ToolResult r = Run(argv);
-    ExpectOneLineError(r, code);
-  }
+  for (const auto& [argv, code] : cases) ExpectOneLineError(Run(argv), code);
   EXPECT_FALSE(std::filesystem::exists(tmp_.path() / "prefs")) << "nothing was written";
-  for (const char* command : {"list", "show", "add", "remove", "use", "recent"}) {
-    ToolResult help = Run({command, "--help"});
-    EXPECT_EQ(help.exitCode, 0);
-    EXPECT_NE(help.out.find(std::string("Usage: zorva papers ") + command), std::string::npos);
-  }
 }
 
 }  // namespace

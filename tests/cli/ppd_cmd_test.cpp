@@ -81,9 +81,6 @@ TEST(PPDCommand, BadInputIsOneLine) {
       {{"ppd", Data("utf8.ppd"), "--choices", "Duplex", "--installed"}, 2},
   };
   for (const auto& [argv, code] : cases) ExpectOneLineError(RunTool(argv), code);
-  ToolResult help = RunTool({"ppd", "--help"});
-  EXPECT_EQ(help.exitCode, 0);
-  EXPECT_NE(help.out.find("Usage: zorva ppd"), std::string::npos);
 }
 
 TEST(PPDCommand, QueueFromAPrivateCupsServer) {

@@ -6,13 +6,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <map>
 #include <string>
 
 #include "core/ticket_keys.h"
-#include "host/installable_options.h"
-#include "jobticket/jotf_frame.h"
+#include "support/finisher.h"
 #include "support/finishing_enums.h"
 
 namespace zorva {
@@ -20,57 +18,9 @@ namespace {
 
 namespace key = tkey;
 
-// Installs a finisher that has exactly the given features.
-class Finisher {
- public:
-  explicit Finisher(std::vector<std::string> features, Dictionary options = {})
-      : names_(std::move(features)) {
-    for (const std::string& f : names_) rows_.push_back({f.c_str(), nullptr, nullptr, nullptr, 0});
-    rows_.push_back({nullptr, nullptr, nullptr, nullptr, 0});
-    UnloadInstallableOptions();
-    SetInstallableOptions(std::move(options), rows_.data());
-  }
-  ~Finisher() { UnloadInstallableOptions(); }
-
- private:
-  std::vector<std::string> names_;
-  std::vector<InstalledFeature> rows_;
-};
-
-std::vector<std::string> AllFeatures() {
-  std::vector<std::string> all = {"1StapleTL",
-                                  "1StapleTR",
-                                  "1StapleBR",
-                                  "1StapleBL",
-                                  "2StaplesT",
-                                  "2StaplesR",
-                                  "2StaplesB",
-                                  "2StaplesL",
-                                  "1StapleT",
-                                  "1StapleR",
-                                  "1StapleB",
-                                  "1StapleL",
-                                  "BindLeft",
-                                  "BindTop",
-                                  "BindRight",
-                                  "BindBottom",
-                                  "BiFoldMultiple",
-                                  "BiFoldStapleMultiple",
-                                  "BiFoldSingleInside",
-                                  "BiFoldSingleOutside",
-                                  "CFoldSingleInside",
-                                  "CFoldSingleOutside",
-                                  "ZFoldHalfLeft",
-                                  "ZFoldHalfRight",
-                                  "SBM",
-                                  "Custom",
-                                  "SlipSheets",
-                                  "Offset"};
-  for (const char* n : {"2", "3", "4"}) {
-    for (const char* e : {"L", "T", "R", "B"}) all.push_back(std::string(n) + "HolePunch" + e);
-  }
-  return all;
-}
+using test::EveryFinishingFeature;
+using test::Export;
+using Finisher = test::InstalledFinisher;
 
 std::vector<std::string> MenuKeys() {
   std::vector<std::string> keys;
@@ -247,46 +197,43 @@ TEST(PaperOutput, JobInfoGivesUnknownForAMissingJobName) {
   EXPECT_EQ(s.jobName, "Annual report");
 }
 
-TEST(PaperOutputMenu, WithoutStaplePunchOrZFoldThereIsNoMultipleFinishing) {
-  Finisher f({"BindLeft", "BiFoldSingleInside", "Offset"});
-  EXPECT_EQ(MenuKeys(), (std::vector<std::string>{"Printer Default", "None", "Bind", "Fold...", "-",
-                                                  "Offset/Subset...", "-"}));
-}
-
-TEST(PaperOutputMenu, NothingInstalledLeavesTheFixedItems) {
-  Finisher f({});
-  EXPECT_EQ(MenuKeys(), (std::vector<std::string>{"Printer Default", "None", "-", "-"}));
-}
-
-TEST(PaperOutputMenu, MultipleFinishingNeedsTwoOfStaplePunchAndZFold) {
+// The menu's items for what the finisher has; "Multiple Finishing..." needs
+// two of staple, punch and Z-fold.
+TEST(PaperOutputMenu, ItemsFollowTheInstalledFeatures) {
+  using Keys = std::vector<std::string>;
+  const Keys fixed = {"Printer Default", "None", "-", "-"};
   struct Case {
-    std::vector<std::string> features;
+    Keys features;
+    Keys menu;  // empty: only whether Multiple Finishing is offered is checked
     bool multiple;
   };
   const Case cases[] = {
-      {{"1StapleTL", "3HolePunchL"}, true},
-      {{"1StapleT", "ZFoldHalfLeft"}, true},
-      {{"4HolePunchB", "ZFoldHalfRight"}, true},
-      {{"1StapleTL", "2StaplesL", "1StapleL"}, false},
-      {{"BindLeft", "BiFoldSingleInside", "2StaplesT"}, false},
-      {{"BindLeft", "CFoldSingleOutside"}, false},
+      {{}, fixed, false},
+      {{"BindLeft", "BiFoldSingleInside", "Offset"},
+       {"Printer Default", "None", "Bind", "Fold...", "-", "Offset/Subset...", "-"},
+       false},
+      {EveryFinishingFeature(),
+       {"Printer Default", "None", "1 Staple...", "2 Staples...", "Center Staple...", "Bind...",
+        "2 Hole Punch...", "3 Hole Punch...", "4 Hole Punch...", "Fold...", "Z Fold Half Sheet...",
+        "Multiple Finishing...", "SignatureBooklet", "Custom...", "-", "Slip Sheets",
+        "Offset/Subset...", "-", "Booklet Creation..."},
+       true},
+      {{"1StapleTL", "3HolePunchL"}, {}, true},
+      {{"1StapleT", "ZFoldHalfLeft"}, {}, true},
+      {{"4HolePunchB", "ZFoldHalfRight"}, {}, true},
+      {{"1StapleTL", "2StaplesL", "1StapleL"}, {}, false},
+      {{"BindLeft", "BiFoldSingleInside", "2StaplesT"}, {}, false},
+      {{"BindLeft", "CFoldSingleOutside"}, {}, false},
   };
   for (const Case& c : cases) {
+    SCOPED_TRACE(c.features.empty() ? "nothing" : c.features.front());
     Finisher f(c.features);
-    const auto keys = MenuKeys();
-    EXPECT_EQ(std::count(keys.begin(), keys.end(), "Multiple Finishing..."), c.multiple ? 1 : 0)
-        << c.features.front();
+    const Keys keys = MenuKeys();
+    if (!c.menu.empty()) {
+      EXPECT_EQ(keys, c.menu);
+    }
+    EXPECT_EQ(std::count(keys.begin(), keys.end(), "Multiple Finishing..."), c.multiple ? 1 : 0);
   }
-}
-
-TEST(PaperOutputMenu, EveryItemInItsOrderWhenEverythingIsInstalled) {
-  Finisher f(AllFeatures());
-  EXPECT_EQ(MenuKeys(),
-            (std::vector<std::string>{
-                "Printer Default", "None", "1 Staple...", "2 Staples...", "Center Staple...",
-                "Bind...", "2 Hole Punch...", "3 Hole Punch...", "4 Hole Punch...", "Fold...",
-                "Z Fold Half Sheet...", "Multiple Finishing...", "SignatureBooklet", "Custom...",
-                "-", "Slip Sheets", "Offset/Subset...", "-", "Booklet Creation..."}));
 }
 
 TEST(PaperOutputMenu, DialogsOfferOnlyWhatTheFinisherCanDo) {
@@ -303,7 +250,7 @@ TEST(PaperOutputMenu, DialogsOfferOnlyWhatTheFinisherCanDo) {
 }
 
 TEST(PaperOutputMenu, TheMarkFollowsTheValues) {
-  Finisher f(AllFeatures());
+  Finisher f(EveryFinishingFeature());
   const auto menu = PopulateFinishingMenu();
   PaperOutputSettings s;
   s.finishingOptions = finishing::kFold;
@@ -378,13 +325,13 @@ TEST(PaperOutputRules, EnablingFollowsTheTable) {
   EXPECT_TRUE(PaperOutputControlEnabled(PaperOutputControl::BookletOptions, s));
   EXPECT_FALSE(PaperOutputControlEnabled(PaperOutputControl::Duplex, s));
   // Stapling a booklet layout's sheets in a corner makes no booklet.
-  Finisher f(AllFeatures());
+  Finisher f(EveryFinishingFeature());
   ChooseFinishingOption(s, finishing::kOneStaple);
   EXPECT_FALSE(s.bookletLayout);
 }
 
 TEST(PaperOutputText, TheFinishingLineNamesTheChoiceAndItsValues) {
-  Finisher f(AllFeatures());
+  Finisher f(EveryFinishingFeature());
   const Localizer same = [](std::string_view k) { return std::string(k); };
   PaperOutputSettings s;
   EXPECT_EQ(CreateFinishingString(s, same), "Printer Default");
@@ -404,25 +351,11 @@ TEST(PaperOutputText, TheFinishingLineNamesTheChoiceAndItsValues) {
 
 // ---- Every finishing exported as the finishing it names ----------------------------------
 
-std::string Export(const Ticket& ticket) {
-  char* buffer = nullptr;
-  std::size_t size = 0;
-  std::FILE* out = open_memstream(&buffer, &size);
-  Dictionary settings = ticket.toDictionary();
-  // The whole job ticket, as the dialog asks for it.
-  settings.set(key::kOptions, Value(Dictionary{{std::string(key::kOptionAll), Value(true)}}));
-  WriteJOTF(out, settings);
-  std::fclose(out);
-  std::string text(buffer, size);
-  std::free(buffer);
-  return text;
-}
-
 using test::FinishingEnumLine;
 using test::kFinishingEnumForName;
 
 TEST(PaperOutputExport, EverySingleFinishingValueExportsAsItsName) {
-  Finisher f(AllFeatures());
+  Finisher f(EveryFinishingFeature());
   for (const FinishingValue& v : kFinishingValues) {
     if (v.key == key::kFinishingHolePunchOptions) continue;
     std::int32_t option = -1;
@@ -448,7 +381,7 @@ TEST(PaperOutputExport, EverySingleFinishingValueExportsAsItsName) {
 }
 
 TEST(PaperOutputExport, PunchCountsAndMultipleFinishingExportEveryPart) {
-  Finisher f(AllFeatures());
+  Finisher f(EveryFinishingFeature());
   PaperOutputSettings s;
   ChooseFinishingOption(s, finishing::kFourHolePunch);
   s.holePunch = 34;
@@ -478,7 +411,7 @@ TEST(PaperOutputExport, PunchCountsAndMultipleFinishingExportEveryPart) {
 }
 
 TEST(PaperOutputExport, ChoosingAFinishingClearsWhatItDoesNotUse) {
-  Finisher f(AllFeatures());
+  Finisher f(EveryFinishingFeature());
   PaperOutputSettings s;
   s.staple1 = 5;
   s.fold = 9;

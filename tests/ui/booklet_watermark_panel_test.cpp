@@ -28,12 +28,6 @@ namespace {
 namespace key = tkey;
 constexpr int kBookletTab = 5;
 
-void SavePicture(QWidget* window, const char* name) {
-  if (const char* dir = std::getenv("ZORVA_SCREENSHOT_DIR")) {
-    EXPECT_TRUE(window->grab().toImage().save(QString::fromUtf8(dir) + "/" + name));
-  }
-}
-
 class BookletWatermarkPanelTest : public ::testing::Test {
  protected:
   void open() {
@@ -212,15 +206,6 @@ TEST_F(BookletWatermarkPanelTest, EditingRenamesInPlaceAndDeletingRemoves) {
   EXPECT_FALSE(loadWatermarkData(kWatermarkFileName, "Draft 2", old));
   EXPECT_EQ(menu()->currentIndex(), 0);
   EXPECT_FALSE(enabled("Delete"));
-}
-
-TEST_F(BookletWatermarkPanelTest, PanelPicture) {
-  dialog.ticket().setBoolean("Z", key::kBookletLayout, true);
-  dialog.ticket().setString("Z", key::kWatermarkName, "Confidential");
-  open();
-  dialog.pane().show();
-  EXPECT_EQ(dialog.pane().grab().width(), 540);
-  SavePicture(&dialog.pane(), "booklet-watermark-panel.png");
 }
 
 }  // namespace

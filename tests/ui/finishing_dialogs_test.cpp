@@ -9,9 +9,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <map>
 
-#include "host/installable_options.h"
 #include "modal_driver.h"
 #include "panels/paper_output.h"
 #include "support/finishing_enums.h"
@@ -22,27 +20,9 @@ namespace {
 
 namespace key = tkey;
 
-class EveryFeature {
- public:
-  EveryFeature() {
-    for (const FinishingValue& v : kFinishingValues) {
-      if (v.key == key::kFinishingHolePunch) {
-        for (const char* n : {"2", "3", "4"}) names_.push_back(n + std::string(v.feature));
-      } else {
-        names_.emplace_back(v.feature);
-      }
-    }
-    names_.insert(names_.end(), {"Custom", "SlipSheets", "Offset"});
-    for (const std::string& n : names_) rows_.push_back({n.c_str(), nullptr, nullptr, nullptr, 0});
-    rows_.push_back({nullptr, nullptr, nullptr, nullptr, 0});
-    UnloadInstallableOptions();
-    SetInstallableOptions({}, rows_.data());
-  }
-  ~EveryFeature() { UnloadInstallableOptions(); }
-
- private:
-  std::vector<std::string> names_;
-  std::vector<InstalledFeature> rows_;
+// A finisher that can do everything.
+struct EveryFeature : InstalledFinisher {
+  EveryFeature() : InstalledFinisher(EveryFinishingFeature()) {}
 };
 
 // Chooses item `pick` (counted from the last) in every shown pop-up, names a

@@ -413,6 +413,18 @@ TEST_F(HostTest, AColourOptionsPanelIsLoadedFromItsOwnBundle) {
   dlclose(module);
 }
 
+// Each panel fits the host's width. zorva-print's --screenshots takes the
+// panels' pictures for review; this is the check on them.
+TEST(HostPanels, ThePanelsFitTheHostsWidth) {
+  Dialog dialog;
+  dialog.start();
+  dialog.pane().show();
+  for (int tab : {3, 4, 5, 6}) {
+    dialog.showPanel(tab);
+    EXPECT_EQ(dialog.pane().grab().width(), 540) << tab;
+  }
+}
+
 TEST_F(HostTest, TheModuleExportsOnlyTheFactoryAndTheEntryPoints) {
   EXPECT_NE(Module().symbol("ZorvaPDEPluginFactory"), nullptr);
   EXPECT_NE(Module().symbol("GetAdvancedPanelInterface"), nullptr);

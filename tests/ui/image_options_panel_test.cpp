@@ -32,13 +32,6 @@ constexpr std::string_view kMenuKeys[] = {
     key::kHalftoneScreen, key::kOutputOrder,   key::kPrinterEmulation,
 };
 
-// Saves a picture of the window for review when ZORVA_SCREENSHOT_DIR is set.
-void SavePicture(QWidget* window, const char* name) {
-  if (const char* dir = std::getenv("ZORVA_SCREENSHOT_DIR")) {
-    EXPECT_TRUE(window->grab().toImage().save(QString::fromUtf8(dir) + "/" + name));
-  }
-}
-
 class ImageOptionsPanelTest : public ::testing::Test {
  protected:
   void open() {
@@ -263,17 +256,6 @@ TEST_F(ImageOptionsPanelTest, TheFullColourSetupShowsTheTicketAndWritesEveryCont
         ">Sheetfed</color-destination-profile-front>", ">Linear</trc-name>"}) {
     EXPECT_NE(jotf.find(line), std::string::npos) << line;
   }
-}
-
-TEST_F(ImageOptionsPanelTest, PanelPicture) {
-  dialog.ticket().setNumber("Z", key::kResolution, 2);
-  dialog.ticket().setNumber("Z", key::kLightenDarken, -2);
-  dialog.ticket().setDictionary("Z", key::kImageShiftJob,
-                                Dictionary{{"Option", Value(2)}, {"X1", Value(25)}});
-  open();
-  dialog.pane().show();
-  EXPECT_EQ(dialog.pane().grab().width(), 540);
-  SavePicture(&dialog.pane(), "image-options-panel.png");
 }
 
 }  // namespace

@@ -173,20 +173,5 @@ TEST_F(JobNotesPanelTest, TheDocumentsNameStandsInForTheJobName) {
   EXPECT_EQ(edit(1)->text(), "Brochure");
 }
 
-TEST_F(JobNotesPanelTest, PanelPicture) {
-  dialog.ticket().setString("Z", key::kJobNotesJobName, "Spring catalogue");
-  dialog.ticket().setString("Z", key::kJobNotesSenderName, "Ana Ruiz");
-  dialog.ticket().setString("Z", key::kJobNotesMessage, "Trim to bleed marks");
-  dialog.ticket().setNumber("Z", key::kAccountingOn, 3);
-  dialog.ticket().setString("Z", key::kAccountingUserId, "aruiz");
-  open();
-  dialog.pane().show();
-  EXPECT_EQ(dialog.pane().grab().width(), 540);
-  if (const char* dir = std::getenv("ZORVA_SCREENSHOT_DIR")) {
-    EXPECT_TRUE(
-        dialog.pane().grab().toImage().save(QString::fromUtf8(dir) + "/job-notes-panel.png"));
-  }
-}
-
 }  // namespace
 }  // namespace zorva::test

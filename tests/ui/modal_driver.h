@@ -15,7 +15,6 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QTimer>
-#include <cstdio>
 #include <cstdlib>
 #include <deque>
 #include <functional>
@@ -23,7 +22,7 @@
 
 #include "core/ticket.h"
 #include "core/ticket_keys.h"
-#include "jobticket/jotf_frame.h"
+#include "support/finisher.h"
 
 namespace zorva::test {
 
@@ -90,18 +89,14 @@ inline void PressLater(QWidget* modal, const char* button) {
   QTimer::singleShot(0, b, &QPushButton::click);
 }
 
-// The whole job ticket of a ticket, as the dialog's export asks for it.
-inline std::string Export(const Ticket& ticket) {
-  char* buffer = nullptr;
-  std::size_t size = 0;
-  std::FILE* out = open_memstream(&buffer, &size);
-  Dictionary settings = ticket.toDictionary();
-  settings.set(tkey::kOptions, Value(Dictionary{{std::string(tkey::kOptionAll), Value(true)}}));
-  WriteJOTF(out, settings);
-  std::fclose(out);
-  std::string text(buffer, size);
-  std::free(buffer);
-  return text;
+// Saves a picture of the window for review when ZORVA_SCREENSHOT_DIR is set.
+inline void SavePicture(QWidget* window, const char* name) {
+  if (const char* dir = std::getenv("ZORVA_SCREENSHOT_DIR")) {
+    // Shown, so lists lay their rows out at the window's size.
+    window->show();
+    QApplication::processEvents();
+    EXPECT_TRUE(window->grab().toImage().save(QString::fromUtf8(dir) + "/" + name));
+  }
 }
 
 inline bool Has(const std::string& text, const std::string& part) {

@@ -29,15 +29,6 @@ constexpr int kSpecialPagesTab = 2;
 // Buttons of the panel.
 enum { kAddCover = 1, kAddInsert, kAddException, kEdit, kDelete, kDeleteAll, kUndo, kUp, kDown };
 
-void SavePicture(QWidget* window, const char* name) {
-  if (const char* dir = std::getenv("ZORVA_SCREENSHOT_DIR")) {
-    // Shown, so the list lays its rows out at the window's size.
-    window->show();
-    QApplication::processEvents();
-    EXPECT_TRUE(window->grab().toImage().save(QString::fromUtf8(dir) + "/" + name));
-  }
-}
-
 template <typename T>
 T* Child(QWidget* window, const QString& name) {
   T* widget = window->findChild<T*>(name);
