@@ -49,7 +49,7 @@ struct AdvancedContext {
 
 template <typename T>
 T* Control(QWidget* view, int number) {
-  return view->findChild<T*>(QStringLiteral("ZAdv_%1").arg(number));
+  return NumberedControl<T>(view, "ZAdv", number);
 }
 
 // Held values to controls (only once the controls exist).

@@ -50,7 +50,7 @@ struct BookletContext {
 
 template <typename T>
 T* Control(QWidget* view, int number) {
-  return view->findChild<T*>(QStringLiteral("ZBw_%1").arg(number));
+  return NumberedControl<T>(view, "ZBw", number);
 }
 
 // The menu afresh from the store: "no watermark", the stored names, the

@@ -20,11 +20,6 @@
 namespace zorva {
 namespace {
 
-template <typename T>
-T* Child(QWidget* view, const char* prefix, int number) {
-  return view->findChild<T*>(QStringLiteral("%1_%2").arg(QLatin1String(prefix)).arg(number));
-}
-
 // A popup's value, the held one when it shows nothing (a value its table
 // does not list stays as it was).
 std::int32_t PopupValue(const QComboBox* popup, std::int32_t held) {
@@ -83,11 +78,11 @@ void EnableSides(const ShiftControls& c) {
 }
 
 bool BuildShiftControls(QWidget* view, ShiftControls& c) {
-  c.oneSided = Child<QComboBox>(view, "ZIsh", 1);
-  c.twoSided = Child<QComboBox>(view, "ZIsh", 2);
-  c.inches = Child<QRadioButton>(view, "ZIsh", 3);
-  c.millimetres = Child<QRadioButton>(view, "ZIsh", 4);
-  for (int i = 0; i < 4; ++i) c.shifts[i] = Child<QDoubleSpinBox>(view, "ZIsh", 5 + i);
+  c.oneSided = NumberedControl<QComboBox>(view, "ZIsh", 1);
+  c.twoSided = NumberedControl<QComboBox>(view, "ZIsh", 2);
+  c.inches = NumberedControl<QRadioButton>(view, "ZIsh", 3);
+  c.millimetres = NumberedControl<QRadioButton>(view, "ZIsh", 4);
+  for (int i = 0; i < 4; ++i) c.shifts[i] = NumberedControl<QDoubleSpinBox>(view, "ZIsh", 5 + i);
   c.front = view->findChild<QGroupBox*>("ZIsh_front");
   c.back = view->findChild<QGroupBox*>("ZIsh_back");
   for (QDoubleSpinBox* s : c.shifts)
@@ -253,10 +248,10 @@ class FullColorView {
       line(p.name)->setEnabled(GetPopupButtonTicketValue(menu(p.menu)) == p.custom);
     }
   }
-  QWidget* widget(int n) const { return Child<QWidget>(view_, "ZFc", n); }
-  QSpinBox* spin(int n) const { return Child<QSpinBox>(view_, "ZFc", n); }
-  QComboBox* menu(int n) const { return Child<QComboBox>(view_, "ZFc", n); }
-  QLineEdit* line(int n) const { return Child<QLineEdit>(view_, "ZFc", n); }
+  QWidget* widget(int n) const { return NumberedControl<QWidget>(view_, "ZFc", n); }
+  QSpinBox* spin(int n) const { return NumberedControl<QSpinBox>(view_, "ZFc", n); }
+  QComboBox* menu(int n) const { return NumberedControl<QComboBox>(view_, "ZFc", n); }
+  QLineEdit* line(int n) const { return NumberedControl<QLineEdit>(view_, "ZFc", n); }
 
   const Bundle* bundle_;
   QWidget* view_;

@@ -48,7 +48,7 @@ struct ImageOptionsContext {
 
 template <typename T>
 T* Control(QWidget* view, int number) {
-  return view->findChild<T*>(QStringLiteral("ZImg_%1").arg(number));
+  return NumberedControl<T>(view, "ZImg", number);
 }
 
 // Shows the value; a value the table does not list shows nothing and is

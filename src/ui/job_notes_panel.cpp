@@ -44,7 +44,7 @@ struct JobNotesContext {
 
 template <typename T>
 T* Control(QWidget* view, int number) {
-  return view->findChild<T*>(QStringLiteral("ZJn_%1").arg(number));
+  return NumberedControl<T>(view, "ZJn", number);
 }
 
 QString FieldText(const QWidget* field) {

@@ -39,6 +39,13 @@ QWidget* LoadView(const Bundle* bundle, std::string_view uiFile, std::string_vie
 std::unique_ptr<QDialog> LoadDialog(const Bundle* bundle, const char* uiFile, const char* window,
                                     const char* titleKey, const char* prefix, QWidget* parent);
 
+// A view's control by its number: the child named "<prefix>_<number>" (the
+// .ui files name controls so), or nullptr.
+template <typename T>
+T* NumberedControl(QWidget* view, const char* prefix, int number) {
+  return view->findChild<T*>(QStringLiteral("%1_%2").arg(QLatin1String(prefix)).arg(number));
+}
+
 // Moves the view into the pane, filling it.
 void EmbedView(QWidget* pane, QWidget* view);
 

@@ -60,7 +60,7 @@ struct StockControls {
 
 template <typename T>
 T* Control(QWidget* w, int n) {
-  return w->findChild<T*>(QStringLiteral("ZStk_%1").arg(n));
+  return NumberedControl<T>(w, "ZStk", n);
 }
 
 bool FindControls(QWidget* w, StockControls& c) {

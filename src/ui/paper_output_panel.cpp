@@ -66,7 +66,7 @@ std::int32_t Chosen(const QComboBox* popup, std::int32_t shown, std::int32_t hel
 
 template <typename T>
 T* Control(QWidget* view, int number) {
-  return view->findChild<T*>(QStringLiteral("ZPpo_%1").arg(number));
+  return NumberedControl<T>(view, "ZPpo", number);
 }
 
 std::string Localized(const Bundle* bundle, std::string_view key) {

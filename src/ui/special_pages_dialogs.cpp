@@ -27,11 +27,6 @@
 namespace zorva {
 namespace {
 
-template <typename T>
-T* Child(QWidget* view, const char* prefix, int number) {
-  return view->findChild<T*>(QStringLiteral("%1_%2").arg(QLatin1String(prefix)).arg(number));
-}
-
 QString Text(const std::string& s) {
   return QString::fromStdString(s);
 }
@@ -68,11 +63,11 @@ struct CoverControls {
 };
 
 bool FindCoverControls(QWidget* view, CoverControls& c) {
-  for (int i = 0; i < 3; ++i) c.choices[i] = Child<QRadioButton>(view, "ZCov", i + 1);
+  for (int i = 0; i < 3; ++i) c.choices[i] = NumberedControl<QRadioButton>(view, "ZCov", i + 1);
   c.note = view->findChild<QLabel*>("ZCov_note");
-  c.sides = Child<QComboBox>(view, "ZCov", 4);
-  c.paper = Child<QPushButton>(view, "ZCov", 5);
-  c.summary = Child<QLabel>(view, "ZCov", 6);
+  c.sides = NumberedControl<QComboBox>(view, "ZCov", 4);
+  c.paper = NumberedControl<QPushButton>(view, "ZCov", 5);
+  c.summary = NumberedControl<QLabel>(view, "ZCov", 6);
   return c.choices[0] && c.choices[1] && c.choices[2] && c.note && c.sides && c.paper && c.summary;
 }
 
@@ -93,11 +88,11 @@ struct InsertControls {
 };
 
 bool FindInsertControls(QWidget* view, InsertControls& c) {
-  c.pages = Child<QLineEdit>(view, "ZIns", 1);
-  c.beforeFirst = Child<QCheckBox>(view, "ZIns", 2);
-  c.quantity = Child<QSpinBox>(view, "ZIns", 3);
-  c.paper = Child<QPushButton>(view, "ZIns", 4);
-  c.description = Child<QLabel>(view, "ZIns", 5);
+  c.pages = NumberedControl<QLineEdit>(view, "ZIns", 1);
+  c.beforeFirst = NumberedControl<QCheckBox>(view, "ZIns", 2);
+  c.quantity = NumberedControl<QSpinBox>(view, "ZIns", 3);
+  c.paper = NumberedControl<QPushButton>(view, "ZIns", 4);
+  c.description = NumberedControl<QLabel>(view, "ZIns", 5);
   return c.pages && c.beforeFirst && c.quantity && c.paper && c.description;
 }
 
@@ -143,19 +138,20 @@ struct ExceptionControls {
 };
 
 bool FindExceptionControls(QWidget* view, ExceptionControls& c) {
-  c.pages = Child<QLineEdit>(view, "ZExc", kExceptionPages);
-  c.paper = Child<QPushButton>(view, "ZExc", kExceptionPaper);
+  c.pages = NumberedControl<QLineEdit>(view, "ZExc", kExceptionPages);
+  c.paper = NumberedControl<QPushButton>(view, "ZExc", kExceptionPaper);
   bool menus = true;
   for (std::size_t i = 0; i < ExceptionMenuRows().size(); ++i) {
-    c.menus.push_back(Child<QComboBox>(view, "ZExc", kFirstExceptionMenu + static_cast<int>(i)));
+    c.menus.push_back(
+        NumberedControl<QComboBox>(view, "ZExc", kFirstExceptionMenu + static_cast<int>(i)));
     menus = menus && c.menus.back();
   }
-  c.imageShift = Child<QPushButton>(view, "ZExc", kImageShiftButton);
-  c.jobImageShift = Child<QPushButton>(view, "ZExc", kJobImageShiftButton);
-  c.imageShiftSummary = Child<QLabel>(view, "ZExc", kImageShiftSummary);
-  c.fullColor = Child<QPushButton>(view, "ZExc", kFullColorButton);
-  c.fullColorSummary = Child<QLabel>(view, "ZExc", kFullColorSummary);
-  c.description = Child<QLabel>(view, "ZExc", kExceptionDescription);
+  c.imageShift = NumberedControl<QPushButton>(view, "ZExc", kImageShiftButton);
+  c.jobImageShift = NumberedControl<QPushButton>(view, "ZExc", kJobImageShiftButton);
+  c.imageShiftSummary = NumberedControl<QLabel>(view, "ZExc", kImageShiftSummary);
+  c.fullColor = NumberedControl<QPushButton>(view, "ZExc", kFullColorButton);
+  c.fullColorSummary = NumberedControl<QLabel>(view, "ZExc", kFullColorSummary);
+  c.description = NumberedControl<QLabel>(view, "ZExc", kExceptionDescription);
   return menus && c.pages && c.paper && c.imageShift && c.jobImageShift && c.imageShiftSummary &&
          c.fullColor && c.fullColorSummary && c.description;
 }

@@ -134,7 +134,7 @@ struct EditorControls {
 
 template <typename T>
 T* Child(QWidget* view, int number) {
-  return view->findChild<T*>(QStringLiteral("ZWe_%1").arg(number));
+  return NumberedControl<T>(view, "ZWe", number);
 }
 
 bool FindControls(QWidget* view, EditorControls& c) {
