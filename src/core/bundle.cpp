@@ -128,8 +128,8 @@ bool RunsFromBuildTree() {
   const fs::path self = fs::weakly_canonical(LoadedFrom(), ec);
   const fs::path tree = fs::weakly_canonical(bundles.parent_path(), ec);
   if (self.empty() || tree.empty()) return false;
-  const auto [treeEnd, selfAt] = std::mismatch(tree.begin(), tree.end(), self.begin(), self.end());
-  return treeEnd == tree.end();
+  // Inside when every component of the tree's path starts the file's path.
+  return std::mismatch(tree.begin(), tree.end(), self.begin(), self.end()).first == tree.end();
 }
 
 }  // namespace
